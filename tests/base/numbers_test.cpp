@@ -1,0 +1,127 @@
+#include "base/checked.h"
+#include "base/number_format.h"
+#include "base/numeric_text.h"
+#include "base/runtime_error.h"
+#include "base/text.h"
+
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace orvane {
+namespace {
+
+Fault FaultOf(const std::function<void()>& step) {
+  try {
+    step();
+  } catch (const RuntimeError& error) {
+    return error.fault();
+  }
+  return Fault{0};
+}
+
+TEST(NumberFormat, WritesWhatAReaderExpects) {
+  struct Row {
+    const char* picture;
+    double value;
+    const char* text;
+  };
+  const Row rows[] = {
+      {"###0", 0, "0"},           {"###0", 1250, "1250"},
+      {"###0", -5, "-5"},         {"###0", 12.6, "13"},
+      {"###0", 12.5, "13"},       {"###0", -12.5, "-13"},
+      {"###0", -0.4, "0"},        {"###0", 123456, "123456"},
+      {"###0", -32768, "-32768"}, {"#0.00", 1.5, "1.50"},
+      {"#0.00", 1.005, "1.01"},   {"#0.00", 2.675, "2.68"},
+      {"#0.00", 0, "0.00"},       {"#0.00", 99.999, "100.00"},
+      {"##.#0", 0, ".00"},        {"##.#0", 1.5, "1.50"},
+      {"##.#0", 0.25, ".25"},     {"##.#0", 12.345, "12.35"},
+      {"##0.0", 187.5, "187.5"},  {"##0.0", 5, "5.0"},
+      {"##0", 1250, "1250"},      {"##0", 62.5, "63"},
+      {"0.0", 2.5, "2.5"},        {"00", 7, "07"},
+      {"00.000", 1.5, "01.500"},  {"#.##", 1.5, "1.5"},
+      {"#.##", 0, "."},           {"###0", 2147483647, "2147483647"},
+      {"#0.00", -0.004, "0.00"},  {"#0.00", -0.005, "-0.01"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(NumberFormat{row.picture}.Write(row.value), row.text) << row.picture << " of " << row.value;
+  }
+}
+
+TEST(NumberFormat, RefusesWhatIsNoNumber) {
+  EXPECT_EQ(FaultOf([] { (void)kWattsFormat.Write(std::numeric_limits<double>::quiet_NaN()); }),
+            Fault::kTypeMismatch);
+  EXPECT_EQ(FaultOf([] { (void)kWattsFormat.Write(1e30); }), Fault::kOverflow);
+}
+
+TEST(Rounding, TiesGoToEvenAndOverflowsAreFaults) {
+  EXPECT_EQ(RoundToInt16(2.5), 2);
+  EXPECT_EQ(RoundToInt16(3.5), 4);
+  EXPECT_EQ(RoundToInt16(-2.5), -2);
+  EXPECT_EQ(RoundToInt16(-3.5), -4);
+  EXPECT_EQ(RoundToInt16(45.9), 46);
+  EXPECT_EQ(RoundToInt16(32767.5 - 0.01), 32767);
+  EXPECT_EQ(RoundToInt16(-32768.5), -32768);
+  EXPECT_EQ(FaultOf([] { (void)RoundToInt16(32767.5); }), Fault::kOverflow);
+  EXPECT_EQ(FaultOf([] { (void)RoundToInt16(std::numeric_limits<double>::quiet_NaN()); }), Fault::kOverflow);
+  EXPECT_EQ(FaultOf([] { (void)RoundToInt32(2147483648.0); }), Fault::kOverflow);
+  EXPECT_EQ(FaultOf([] { (void)CheckedAdd(std::numeric_limits<std::int32_t>::max(), 1); }), Fault::kOverflow);
+  EXPECT_EQ(FaultOf([] { (void)CheckedSub(std::numeric_limits<std::int32_t>::min(), 1); }), Fault::kOverflow);
+}
+
+TEST(NumericText, TellsNumbersFromTexts) {
+  const std::pair<const char*, double> numbers[] = {
+      {"0", 0},      {"-3", -3},
+      {"+7", 7},     {" 12.6 ", 12.6},
+      {".5", .5},    {"5.", 5},
+      {"1E3", 1000}, {"1e-2", .01},
+      {"1e-999", 0}, {"123456789012345678", 123456789012345678.0},
+      {"007", 7.0},  {"  -0.25", -.25},
+  };
+  for (const auto& [text, value] : numbers)
+    EXPECT_EQ(NumberOf(text), value) << text;
+  for (const char* text : {"", " ", "-", "+", ".", "x", "1x", "1 2", "--1", "1e", "e5", "nan", "inf", "0x10",
+                           "1,5", "\xB2", "1\n", "- 5"}) {
+    EXPECT_EQ(NumberOf(text), std::nullopt) << text;
+  }
+  EXPECT_EQ(FaultOf([] { (void)NumberOf("1e999"); }), Fault::kOverflow);
+}
+
+TEST(NumericText, FaultsSayWhatIsWrong) {
+  EXPECT_EQ(Int16Of("2.5"), 2);
+  EXPECT_EQ(FaultOf([] { (void)Int16Of("32768"); }), Fault::kOverflow);
+  EXPECT_EQ(FaultOf([] { (void)Int16Of("abc"); }), Fault::kTypeMismatch);
+  EXPECT_EQ(Int32Of("-2147483648"), std::numeric_limits<std::int32_t>::min());
+  EXPECT_EQ(FaultOf([] { (void)Int32Of(""); }), Fault::kTypeMismatch);
+}
+
+TEST(NumericText, SwitchesAreWordsOrNumbers) {
+  for (const char* on : {"True", "TRUE", " true ", "1", "-1", "0.5"})
+    EXPECT_TRUE(SwitchOf(on)) << on;
+  for (const char* off : {"False", "false", "0", "0.0"})
+    EXPECT_FALSE(SwitchOf(off)) << off;
+  for (const char* bad : {"", "yes", "Tru"}) {
+    EXPECT_EQ(FaultOf([bad] { (void)SwitchOf(bad); }), Fault::kTypeMismatch) << bad;
+  }
+}
+
+TEST(Text, SplitKeepsEmptyPieces) {
+  EXPECT_EQ(Split("", ',').size(), 0U);
+  EXPECT_EQ(Split(",", ',').size(), 2U);
+  const auto pieces = Split("D,1,,2", ',');
+  ASSERT_EQ(pieces.size(), 4U);
+  EXPECT_EQ(pieces[2], "");
+  EXPECT_EQ(pieces[3], "2");
+}
+
+TEST(Text, SearchFoldsAsciiLettersOnly) {
+  EXPECT_TRUE(ContainsNoCase("Orvane VERSION 2", "version"));
+  EXPECT_FALSE(ContainsNoCase("Versio", "Version"));
+  EXPECT_TRUE(ContainsNoCase("x", ""));
+  EXPECT_FALSE(EqualNoCase("\xC4", "\xE4"));
+  EXPECT_EQ(RemoveFirst("B12B3", 'B'), "12B3");
+  EXPECT_EQ(TrimRight("a b  "), "a b");
+  EXPECT_EQ(TrimRight("   "), "");
+}
+
+}  // namespace
+}  // namespace orvane
