@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/event_pump.h"
+#include "platform/profile_store.h"
+#include "platform/serial_port.h"
+#include "platform/window_system.h"
+
+namespace orvane {
+
+/// Everything the program asks of its system, as one bundle.
+struct Platform {
+  Clock& clock;
+  EventPump& pump;
+  SerialPort& port;
+  ProfileStore& profiles;
+  Files& files;
+  WindowSystem& windows;
+  SingleInstance& instance;
+};
+
+}  // namespace orvane

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "platform/canvas.h"
+#include "platform/geometry.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace orvane {
+
+inline constexpr int kLeftButton = 1;
+inline constexpr int kRightButton = 2;
+
+enum class MouseAction { kDown, kUp, kMove, kDoubleClick, kLeave };
+
+struct MouseEvent {
+  MouseAction action = MouseAction::kMove;
+  int button = 0;  ///< the button pressed or released; 0 when the pointer moves
+  Point at;        ///< twips from the widget's corner
+};
+
+/// What a widget tells its owner. All on the program's thread.
+struct WidgetClient {
+  virtual ~WidgetClient() = default;
+  virtual void OnPaint(Canvas& canvas) = 0;
+  virtual void OnMouse(const MouseEvent& event) = 0;
+};
+
+/// A real child window. Its text is what it shows or what it is for.
+struct Widget {
+  virtual ~Widget() = default;
+  virtual void SetText(std::string_view text) = 0;
+  /// Twips from the corner of the window that holds it.
+  virtual void SetBounds(const Rect& bounds) = 0;
+  virtual void SetVisible(bool visible) = 0;
+  virtual void SetToolTip(std::string_view text) = 0;
+  /// Asks for `area` (twips from the widget's corner) to be painted again soon; calls are merged.
+  virtual void Invalidate(const Rect& area) = 0;
+  /// Moves it into another window, in front of what is there.
+  virtual void SetContainer(Widget& container) = 0;
+};
+
+enum class WindowState { kNormal = 0, kMinimized = 1 };
+
+struct TopWindowClient : WidgetClient {
+  /// The system or the user wants the window closed.
+  virtual void OnClose() = 0;
+};
+
+/// The main window: no frame of the system around it.
+struct TopWindow : Widget {
+  virtual void Show() = 0;
+  /// Where the window stands on the screen, twips.
+  virtual Rect Bounds() = 0;
+  virtual void MoveTo(Point corner) = 0;
+  virtual WindowState State() = 0;
+  virtual void SetState(WindowState state) = 0;
+  virtual void SetTopMost(bool on) = 0;
+};
+
+/// The icon in the notification area. Its mouse messages come to the main window as a released right button
+/// whose horizontal position, in pixels, is the message's number.
+struct TrayIcon {
+  virtual ~TrayIcon() = default;
+  virtual void Add(TopWindow& window, std::string_view tip) = 0;
+  virtual void Remove() = 0;
+};
+
+/// A ticking timer; ticks come as events until it is destroyed.
+struct TimerHandle {
+  virtual ~TimerHandle() = default;
+};
+
+enum class BoxStyle { kPlain, kOkCancel, kInformation = 64, kCritical = 16 };
+enum class BoxAnswer { kOk = 1, kCancel = 2 };
+
+/// The desktop: windows, boxes, timers, the screen.
+struct WindowSystem {
+  virtual ~WindowSystem() = default;
+  virtual std::unique_ptr<TopWindow> CreateTopWindow(TopWindowClient& client, std::string_view caption,
+                                                     Size size) = 0;
+  virtual std::unique_ptr<Widget> CreateChild(Widget& container, WidgetClient& client,
+                                              const Rect& bounds) = 0;
+  virtual std::unique_ptr<TimerHandle> StartTimer(int milliseconds, std::function<void()> tick) = 0;
+  /// Shows a box and waits for its button. Events go on meanwhile.
+  virtual BoxAnswer ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) = 0;
+  virtual Size ScreenSize() = 0;                                          ///< twips
+  virtual Size PixelsPerInch() = 0;                                       ///< horizontal and vertical
+  virtual Size MeasureText(std::string_view text, const Font& font) = 0;  ///< twips
+  virtual void Beep() = 0;
+  virtual TrayIcon& Tray() = 0;
+};
+
+/// Keeps other copies of the program away, for one user's session.
+struct SingleInstance {
+  virtual ~SingleInstance() = default;
+  /// True when no other copy runs; the claim holds until the process ends.
+  virtual bool Claim() = 0;
+};
+
+}  // namespace orvane
