@@ -1,0 +1,36 @@
+#include "forms/form.h"
+
+namespace orvane {
+
+// What the window tells goes to the form's own handlers; only the wish to close is a form's alone.
+struct Form::Client : TopWindowClient {
+  Client(Form& form, WidgetClient& base) : form_(form), base_(base) {}
+  void OnPaint(Canvas& canvas) override { base_.OnPaint(canvas); }
+  void OnMouse(const MouseEvent& event) override { base_.OnMouse(event); }
+  void OnClose() override {
+    if (form_.CloseRequested) form_.CloseRequested();
+  }
+  Form& form_;
+  WidgetClient& base_;
+};
+
+Form::Form(WindowSystem& windows, std::string_view caption, Size size)
+    : WindowedControl(Rect{0, 0, size.width, size.height}),
+      client_(std::make_unique<Client>(*this, AsClient())),
+      window_(windows.CreateTopWindow(*client_, caption, size)) {
+  Adopt(*window_);
+  SetWindowText(caption);
+}
+
+Form::~Form() = default;
+
+void Form::Paint(Canvas& canvas) const {
+  canvas.FillRect({0, 0, Width(), Height()}, back_color_);
+  if (picture_) canvas.DrawPicture({0, 0}, *picture_);
+}
+
+void Form::PlaceChanged(const Rect& before) {
+  if (before != Bounds()) window_->SetBounds(Bounds());
+}
+
+}  // namespace orvane

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "forms/control.h"
+
+#include <memory>
+#include <string>
+
+namespace orvane {
+
+/// A top-level window and the root of its controls.
+class Form : public WindowedControl {
+ public:
+  /// Makes the window, hidden. `size` in twips.
+  Form(WindowSystem& windows, std::string_view caption, Size size);
+  ~Form() override;
+
+  /// The user or the system wants it closed.
+  std::function<void()> CloseRequested;
+
+  const std::string& Caption() const { return WindowText(); }
+  Color BackColor() const { return back_color_; }
+  void SetBackColor(Color color) {
+    if (Assign(back_color_, color)) Invalidate();
+  }
+  /// The face; without one the back colour shows.
+  void SetPicture(Picture picture) {
+    if (Assign(picture_, picture)) Invalidate();
+  }
+  TopWindow& Window() { return *window_; }
+
+ protected:
+  void Paint(Canvas& canvas) const override;
+  void PlaceChanged(const Rect& before) override;
+
+ private:
+  struct Client;
+  std::unique_ptr<Client> client_;
+  std::unique_ptr<TopWindow> window_;
+  Color back_color_ = MakeColor(0, 0, 0);
+  Picture picture_;
+};
+
+}  // namespace orvane

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "forms/control.h"
+
+namespace orvane {
+
+/// One line of text on the face. Its window text is its caption.
+class Label : public WindowedControl {
+ public:
+  struct Look {
+    Font font;
+    Color color = MakeColor(255, 255, 255);
+    Align align = Align::kLeft;
+  };
+
+  Label(WindowSystem& windows, WindowedControl& container, const Rect& bounds, const Look& look,
+        std::string_view caption = {})
+      : WindowedControl(windows, container, bounds), look_(look) {
+    SetWindowText(caption);
+  }
+
+  const std::string& Caption() const { return WindowText(); }
+  void SetCaption(std::string_view caption) {
+    if (caption == WindowText()) return;
+    SetWindowText(caption);
+    Invalidate();
+  }
+  Color ForeColor() const { return look_.color; }
+  void SetForeColor(Color color) {
+    if (Assign(look_.color, color)) Invalidate();
+  }
+  const Look& look() const { return look_; }
+
+ protected:
+  void Paint(Canvas& canvas) const override {
+    canvas.DrawText({0, 0, Width(), Height()}, Caption(), look_.font, look_.color, look_.align);
+  }
+
+ private:
+  Look look_;
+};
+
+}  // namespace orvane

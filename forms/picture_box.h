@@ -1,0 +1,32 @@
+#pragma once
+
+#include "forms/control.h"
+
+namespace orvane {
+
+/// A frame that holds shapes and controls; shows the face behind it.
+class PictureBox : public WindowedControl {
+ public:
+  using WindowedControl::WindowedControl;
+};
+
+/// A small picture with a window of its own, so that its tooltip is found.
+class Image : public WindowedControl {
+ public:
+  using WindowedControl::WindowedControl;
+
+  const Picture& CurrentPicture() const { return picture_; }
+  void SetPicture(const Picture& picture) {
+    if (Assign(picture_, picture)) Invalidate();
+  }
+
+ protected:
+  void Paint(Canvas& canvas) const override {
+    if (picture_) canvas.DrawPicture({0, 0}, *picture_);
+  }
+
+ private:
+  Picture picture_;
+};
+
+}  // namespace orvane
