@@ -1,0 +1,152 @@
+#include "platform/win32/serial_port.h"
+
+#include "base/numeric_text.h"
+#include "base/runtime_error.h"
+#include "base/text.h"
+#include "platform/win32/port_worker.h"
+
+#include <array>
+
+namespace orvane {
+namespace {
+
+constexpr DWORD kQueueBytes = 4096;
+// A command is some twenty bytes: 25 ms at 9600 baud. A line that has not taken it after that and a second is
+// stuck.
+constexpr DWORD kWriteConstantMs = 1000;
+constexpr DWORD kWriteMsPerByte = 2;
+
+// Bits in the order in which the listener hears of them: what went wrong first, then the bytes.
+struct BitEvent {
+  std::uint32_t bit;
+  CommEvent event;
+};
+constexpr std::array<BitEvent, 9> kBitEvents{{{port_bits::kSend, CommEvent::kSend},
+                                              {port_bits::kBreak, CommEvent::kBreak},
+                                              {port_bits::kFrame, CommEvent::kFrame},
+                                              {port_bits::kOverrun, CommEvent::kOverrun},
+                                              {port_bits::kRxOver, CommEvent::kRxOver},
+                                              {port_bits::kParity, CommEvent::kRxParity},
+                                              {port_bits::kTxFull, CommEvent::kTxFull},
+                                              {port_bits::kReceive, CommEvent::kReceive},
+                                              {port_bits::kLost, CommEvent::kLost}}};
+
+[[noreturn]] void FailOpening(int number, DWORD error) {
+  const bool busy = error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
+  throw RuntimeError(busy ? Fault::kPortUnavailable : Fault::kInvalidPort,
+                     "Opening COM" + std::to_string(number) + ": error " + std::to_string(error));
+}
+
+BYTE ParityOf(std::string_view text) {
+  if (EqualNoCase(text, "E")) return EVENPARITY;
+  if (EqualNoCase(text, "O")) return ODDPARITY;
+  if (EqualNoCase(text, "N")) return NOPARITY;
+  throw RuntimeError(Fault::kInvalidPort, "Reading the line settings: parity");
+}
+
+/// "38400,N,8,1" as the system's record. Everything is set, nothing inherited: some drivers leave flags
+/// behind that stop a line at its first error.
+DCB LineOf(std::string_view settings) {
+  const auto parts = Split(settings, ',');
+  if (parts.size() != 4) throw RuntimeError(Fault::kInvalidPort, "Reading the line settings");
+  DCB line{};
+  line.DCBlength = sizeof(line);
+  const std::int32_t speed = Int32Of(parts[0]);
+  if (speed <= 0) throw RuntimeError(Fault::kInvalidPort, "Reading the line settings: speed");
+  line.BaudRate = static_cast<DWORD>(speed);
+  line.fBinary = TRUE;
+  line.Parity = ParityOf(parts[1]);
+  line.fParity = line.Parity != NOPARITY ? TRUE : FALSE;
+  line.ByteSize = static_cast<BYTE>(Int16Of(parts[2]));
+  line.StopBits = parts[3] == "2" ? TWOSTOPBITS : ONESTOPBIT;
+  line.fDtrControl = DTR_CONTROL_DISABLE;
+  line.fRtsControl = RTS_CONTROL_DISABLE;
+  line.XonLim = 2048;
+  line.XoffLim = 512;
+  line.XonChar = 0x11;
+  line.XoffChar = 0x13;
+  return line;
+}
+
+void SetUp(HANDLE port, int number, const std::string& settings) {
+  DCB line = LineOf(settings);
+  COMMTIMEOUTS timeouts{};
+  timeouts.WriteTotalTimeoutConstant = kWriteConstantMs;
+  timeouts.WriteTotalTimeoutMultiplier = kWriteMsPerByte;
+  ::SetupComm(port, kQueueBytes, kQueueBytes);  // a wish; drivers with queues of their own refuse it
+  if (::SetCommState(port, &line) == 0 || ::SetCommTimeouts(port, &timeouts) == 0)
+    FailOpening(number, ::GetLastError());
+  // The record asks for low lines already; pseudo-terminals and some adapters only listen to this.
+  ::EscapeCommFunction(port, CLRDTR);
+  ::EscapeCommFunction(port, CLRRTS);
+  ::PurgeComm(port, PURGE_RXCLEAR | PURGE_TXCLEAR);
+}
+
+}  // namespace
+
+Win32SerialPort::Win32SerialPort(EventWindow& events) : events_(events) {
+  events_.SetPostHandler([this] { DeliverEvents(); });
+}
+
+Win32SerialPort::~Win32SerialPort() {
+  Close();
+  events_.SetPostHandler(nullptr);
+}
+
+void Win32SerialPort::SetSettings(std::string_view settings) {
+  DCB line = LineOf(settings);
+  settings_ = settings;
+  if (worker_ && ::SetCommState(worker_->port(), &line) == 0) {
+    throw RuntimeError(Fault::kPortLost, "Setting up COM" + std::to_string(number_));
+  }
+}
+
+void Win32SerialPort::Open() {
+  if (worker_) return;
+  if (number_ < 1) throw RuntimeError(Fault::kInvalidPort, "Opening COM" + std::to_string(number_));
+  const std::string name = "\\\\.\\COM" + std::to_string(number_);
+  UniqueHandle port(::CreateFileA(name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_OVERLAPPED, nullptr));
+  if (!port) FailOpening(number_, ::GetLastError());
+  SetUp(port.get(), number_, settings_);
+  auto worker = std::make_shared<PortWorker>(std::move(port), events_.hwnd());
+  if (!worker->Start())
+    throw RuntimeError(Fault::kPortUnavailable, "Starting to listen to COM" + std::to_string(number_));
+  worker_ = std::move(worker);
+}
+
+void Win32SerialPort::Close() {
+  if (!worker_) return;
+  worker_->Stop();
+  worker_.reset();
+}
+
+void Win32SerialPort::DiscardOutput() {
+  if (!worker_) throw RuntimeError(Fault::kPortNotOpen, "Clearing the transmit buffer");
+  worker_->DiscardWrites();
+}
+
+void Win32SerialPort::Write(std::string_view bytes) {
+  if (!worker_) throw RuntimeError(Fault::kPortNotOpen, "Writing to the port");
+  if (worker_->Lost()) throw RuntimeError(Fault::kPortLost, "Writing to COM" + std::to_string(number_));
+  if (!worker_->QueueWrite(bytes))
+    throw RuntimeError(Fault::kLineBusy, "Writing to COM" + std::to_string(number_));
+}
+
+void Win32SerialPort::TakeReceived(std::string& buffer) {
+  if (worker_) worker_->TakeReceived(buffer);
+}
+
+// The listener may close the port, or open another one, in the middle: each event is told only while its port
+// is there.
+void Win32SerialPort::DeliverEvents() {
+  if (!worker_ || !worker_->HasBits()) return;
+  const std::shared_ptr<PortWorker> worker = worker_;
+  const std::uint32_t bits = worker->TakeBits();
+  for (const BitEvent& row : kBitEvents) {
+    if ((bits & row.bit) == 0 || worker_ != worker || listener_ == nullptr) continue;
+    Attempt([&] { listener_->OnComm(row.event); });
+  }
+}
+
+}  // namespace orvane

@@ -1,0 +1,76 @@
+#include "base/runtime_error.h"
+#include "platform/win32/widget.h"
+
+namespace orvane {
+namespace {
+
+// A window without a frame of the system's, that still has an entry in the taskbar and answers Alt+Space.
+constexpr DWORD kStyle = WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN;
+
+}  // namespace
+
+Win32TopWindow::Win32TopWindow(WindowContext& context, TopWindowClient& client, std::string_view caption,
+                               Size size)
+    : Win32Window(context, client), client_(client) {
+  const Rect pixels = PixelsOf({0, 0, size.width, size.height});
+  Create({kStyle, WS_EX_APPWINDOW, {0, 0, pixels.width, pixels.height}, nullptr}, caption);
+}
+
+void Win32TopWindow::SetBounds(const Rect& bounds) {
+  const Rect pixels = PixelsOf(bounds);
+  ::SetWindowPos(hwnd(), nullptr, 0, 0, pixels.width, pixels.height,
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOMOVE);
+}
+
+void Win32TopWindow::SetVisible(bool visible) {
+  ::ShowWindow(hwnd(), visible ? SW_SHOWNA : SW_HIDE);
+}
+
+void Win32TopWindow::Show() {
+  ::ShowWindow(hwnd(), SW_SHOWNORMAL);
+}
+
+Rect Win32TopWindow::Bounds() {
+  // While the window is minimised the system parks it far off the screen; what counts is where it will come
+  // back.
+  WINDOWPLACEMENT placement{};
+  placement.length = sizeof(placement);
+  RECT place{};
+  if (::IsIconic(hwnd()) != 0 && ::GetWindowPlacement(hwnd(), &placement) != 0) {
+    place = placement.rcNormalPosition;
+  } else {
+    ::GetWindowRect(hwnd(), &place);
+  }
+  const Size ppi = context().pixels_per_inch;
+  return {ToTwips(place.left, ppi.width), ToTwips(place.top, ppi.height),
+          ToTwips(place.right - place.left, ppi.width), ToTwips(place.bottom - place.top, ppi.height)};
+}
+
+void Win32TopWindow::MoveTo(Point corner) {
+  const Size ppi = context().pixels_per_inch;
+  ::SetWindowPos(hwnd(), nullptr, ToPixels(corner.x, ppi.width), ToPixels(corner.y, ppi.height), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+WindowState Win32TopWindow::State() {
+  return ::IsIconic(hwnd()) != 0 ? WindowState::kMinimized : WindowState::kNormal;
+}
+
+void Win32TopWindow::SetState(WindowState state) {
+  ::ShowWindow(hwnd(), state == WindowState::kMinimized ? SW_MINIMIZE : SW_RESTORE);
+}
+
+void Win32TopWindow::SetTopMost(bool on) {
+  ::SetWindowPos(hwnd(), on ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
+                 SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
+}
+
+LRESULT Win32TopWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message == WM_CLOSE) {
+    Attempt([this] { client_.OnClose(); });
+    return 0;
+  }
+  return Win32Window::OnMessage(message, wparam, lparam);
+}
+
+}  // namespace orvane

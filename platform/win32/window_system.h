@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/win32/event_window.h"
+#include "platform/win32/handles.h"
+#include "platform/win32/widget.h"
+
+#include <string>
+
+namespace orvane {
+
+/// The icon in the notification area; one record serves adding and removing.
+class Win32TrayIcon : public TrayIcon {
+ public:
+  void Add(TopWindow& window, std::string_view tip) override;
+  void Remove() override;
+
+ private:
+  NOTIFYICONDATAA record_{};
+};
+
+class Win32WindowSystem : public WindowSystem {
+ public:
+  explicit Win32WindowSystem(EventWindow& events) : events_(events) {}
+
+  std::unique_ptr<TopWindow> CreateTopWindow(TopWindowClient& client, std::string_view caption,
+                                             Size size) override;
+  std::unique_ptr<Widget> CreateChild(Widget& container, WidgetClient& client, const Rect& bounds) override;
+  std::unique_ptr<TimerHandle> StartTimer(int milliseconds, std::function<void()> tick) override;
+  BoxAnswer ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) override;
+  Size ScreenSize() override;
+  Size PixelsPerInch() override { return context_.pixels_per_inch; }
+  Size MeasureText(std::string_view text, const Font& font) override;
+  void Beep() override;
+  TrayIcon& Tray() override { return tray_; }
+
+ private:
+  EventWindow& events_;
+  WindowContext context_;
+  Win32TrayIcon tray_;
+  HWND main_ = nullptr;
+};
+
+/// One program a session of a user, by a named mutex that lives as long as the process.
+class Win32SingleInstance : public SingleInstance {
+ public:
+  bool Claim() override;
+
+ private:
+  UniqueHandle mutex_;
+};
+
+}  // namespace orvane
