@@ -1,0 +1,127 @@
+#include "platform/headless/desktop.h"
+
+#include <algorithm>
+
+namespace orvane {
+namespace {
+
+class HeadlessChild : public Widget, public HeadlessWindow {
+ public:
+  using HeadlessWindow::HeadlessWindow;
+  void SetText(std::string_view text) override { PutText(text); }
+  void SetBounds(const Rect& bounds) override { PutBounds(bounds); }
+  void SetVisible(bool visible) override { PutVisible(visible); }
+  void SetToolTip(std::string_view text) override { PutTip(text); }
+  void Invalidate(const Rect&) override { CountInvalidation(); }
+  void SetContainer(Widget& container) override { PutContainer(dynamic_cast<HeadlessWindow&>(container)); }
+};
+
+/// Ticks for ever, each tick one interval after the one before, as the system's timers do.
+class HeadlessTimer : public TimerHandle {
+ public:
+  HeadlessTimer(VirtualTime& time, int ms, std::function<void()> tick)
+      : time_(time), ms_(ms), tick_(std::make_shared<std::function<void()>>(std::move(tick))) {
+    Arm();
+  }
+  ~HeadlessTimer() override { time_.Cancel(next_); }
+  HeadlessTimer(const HeadlessTimer&) = delete;
+  HeadlessTimer& operator=(const HeadlessTimer&) = delete;
+
+ private:
+  void Arm() {
+    next_ = time_.Post(EventKind::kTimer, ms_, [this] {
+      const auto tick = tick_;  // the tick may destroy this timer
+      Arm();
+      (*tick)();
+    });
+  }
+  VirtualTime& time_;
+  int ms_;
+  std::shared_ptr<std::function<void()>> tick_;
+  VirtualTime::EventId next_;
+};
+
+HeadlessWindow* FindBelow(HeadlessWindow& window, std::string_view text) {
+  if (window.Text() == text) return &window;
+  for (HeadlessWindow* child : window.Children()) {
+    if (HeadlessWindow* found = FindBelow(*child, text)) return found;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+HeadlessWindow::~HeadlessWindow() {
+  if (container_ != nullptr) std::erase(container_->children_, this);
+  for (HeadlessWindow* child : children_)
+    child->container_ = nullptr;
+}
+
+void HeadlessWindow::Mouse(MouseAction action, int button) {
+  client_.OnMouse({action, button, {bounds_.width / 2, bounds_.height / 2}});
+}
+
+void HeadlessWindow::Click(int button) {
+  Mouse(MouseAction::kDown, button);
+  Mouse(MouseAction::kUp, button);
+}
+
+// As the system tells it: the second press of a double click is the double click itself.
+void HeadlessWindow::DoubleClick() {
+  Click();
+  Mouse(MouseAction::kDoubleClick, kLeftButton);
+  Mouse(MouseAction::kUp, kLeftButton);
+}
+
+void HeadlessWindow::PutContainer(HeadlessWindow& container) {
+  if (container_ != nullptr) std::erase(container_->children_, this);
+  container_ = &container;
+  container.children_.push_back(this);
+}
+
+HeadlessTopWindow::HeadlessTopWindow(HeadlessDesktop& desktop, TopWindowClient& client, Size size)
+    : HeadlessWindow(client, nullptr, {0, 0, size.width, size.height}), desktop_(desktop), client_(client) {
+  PutVisible(false);
+  desktop_.main_ = this;
+}
+
+HeadlessTopWindow::~HeadlessTopWindow() {
+  desktop_.main_ = nullptr;
+}
+
+HeadlessWindow* HeadlessTopWindow::Find(std::string_view text) {
+  return FindBelow(*this, text);
+}
+
+std::unique_ptr<TopWindow> HeadlessDesktop::CreateTopWindow(TopWindowClient& client, std::string_view caption,
+                                                            Size size) {
+  auto window = std::make_unique<HeadlessTopWindow>(*this, client, size);
+  window->SetText(caption);
+  return window;
+}
+
+std::unique_ptr<Widget> HeadlessDesktop::CreateChild(Widget& container, WidgetClient& client,
+                                                     const Rect& bounds) {
+  return std::make_unique<HeadlessChild>(client, &dynamic_cast<HeadlessWindow&>(container), bounds);
+}
+
+std::unique_ptr<TimerHandle> HeadlessDesktop::StartTimer(int milliseconds, std::function<void()> tick) {
+  return std::make_unique<HeadlessTimer>(time_, milliseconds, std::move(tick));
+}
+
+BoxAnswer HeadlessDesktop::ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) {
+  boxes.push_back({std::string(text), std::string(title), style});
+  if (on_box) on_box(ShownBox(boxes.back()));
+  if (box_ms > 0) time_.RunFor(box_ms);
+  if (answers.empty()) return BoxAnswer::kOk;
+  const BoxAnswer answer = answers.front();
+  answers.pop_front();
+  return answer;
+}
+
+// Every letter half as wide as the font is high: near enough to tell where a text stands.
+Size HeadlessDesktop::MeasureText(std::string_view text, const Font& font) {
+  return {static_cast<int>(text.size()) * font.height / 2, font.height};
+}
+
+}  // namespace orvane

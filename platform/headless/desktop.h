@@ -1,0 +1,157 @@
+#pragma once
+
+#include "platform/headless/virtual_time.h"
+#include "platform/window_system.h"
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+class HeadlessDesktop;
+
+/// A window that exists in memory: what it was told stands here to be read, and it can be clicked.
+class HeadlessWindow {
+ public:
+  HeadlessWindow(WidgetClient& client, HeadlessWindow* container, const Rect& bounds)
+      : client_(client), container_(container), bounds_(bounds) {
+    if (container_ != nullptr) container_->children_.push_back(this);
+  }
+  virtual ~HeadlessWindow();
+  HeadlessWindow(const HeadlessWindow&) = delete;
+  HeadlessWindow& operator=(const HeadlessWindow&) = delete;
+
+  const std::string& Text() const { return text_; }
+  const Rect& Place() const { return bounds_; }
+  bool Shown() const { return visible_; }
+  const std::string& Tip() const { return tip_; }
+  HeadlessWindow* Container() const { return container_; }
+  const std::vector<HeadlessWindow*>& Children() const { return children_; }
+  /// How often any part of it was asked to be painted again.
+  int Invalidations() const { return invalidations_; }
+
+  /// Pointer actions in the middle of the window, delivered at once.
+  void Mouse(MouseAction action, int button);
+  void Click(int button = kLeftButton);
+  void DoubleClick();
+
+ protected:
+  void PutText(std::string_view text) { text_ = text; }
+  void PutBounds(const Rect& bounds) { bounds_ = bounds; }
+  void PutVisible(bool visible) { visible_ = visible; }
+  void PutTip(std::string_view tip) { tip_ = tip; }
+  void PutContainer(HeadlessWindow& container);
+  void CountInvalidation() { ++invalidations_; }
+
+ private:
+  WidgetClient& client_;
+  HeadlessWindow* container_;
+  std::vector<HeadlessWindow*> children_;
+  Rect bounds_;
+  std::string text_;
+  std::string tip_;
+  bool visible_ = true;
+  int invalidations_ = 0;
+};
+
+class HeadlessTopWindow : public TopWindow, public HeadlessWindow {
+ public:
+  HeadlessTopWindow(HeadlessDesktop& desktop, TopWindowClient& client, Size size);
+  ~HeadlessTopWindow() override;
+
+  void SetText(std::string_view text) override { PutText(text); }
+  void SetBounds(const Rect& bounds) override { PutBounds(bounds); }
+  void SetVisible(bool visible) override { PutVisible(visible); }
+  void SetToolTip(std::string_view text) override { PutTip(text); }
+  void Invalidate(const Rect&) override { CountInvalidation(); }
+  void SetContainer(Widget&) override {}
+  void Show() override { PutVisible(true); }
+  Rect Bounds() override { return Place(); }
+  void MoveTo(Point corner) override { PutBounds({corner.x, corner.y, Place().width, Place().height}); }
+  WindowState State() override { return state_; }
+  void SetState(WindowState state) override { state_ = state; }
+  void SetTopMost(bool on) override { top_most_ = on; }
+
+  bool TopMost() const { return top_most_; }
+  /// The user closes it by the taskbar.
+  void Close() { client_.OnClose(); }
+  /// The window or child whose text is `text`; null when there is none.
+  HeadlessWindow* Find(std::string_view text);
+
+ private:
+  HeadlessDesktop& desktop_;
+  TopWindowClient& client_;
+  WindowState state_ = WindowState::kNormal;
+  bool top_most_ = false;
+};
+
+class HeadlessTray : public TrayIcon {
+ public:
+  void Add(TopWindow&, std::string_view tip) override {
+    tip_ = tip;
+    shown_ = true;
+  }
+  void Remove() override { shown_ = false; }
+  bool Shown() const { return shown_; }
+  const std::string& Tip() const { return tip_; }
+
+ private:
+  std::string tip_;
+  bool shown_ = false;
+};
+
+/// A box that was shown.
+struct ShownBox {
+  std::string text;
+  std::string title;
+  BoxStyle style;
+};
+
+/// Windows, boxes and timers in memory, in virtual time.
+class HeadlessDesktop : public WindowSystem {
+ public:
+  explicit HeadlessDesktop(VirtualTime& time) : time_(time) {}
+
+  std::unique_ptr<TopWindow> CreateTopWindow(TopWindowClient& client, std::string_view caption,
+                                             Size size) override;
+  std::unique_ptr<Widget> CreateChild(Widget& container, WidgetClient& client, const Rect& bounds) override;
+  std::unique_ptr<TimerHandle> StartTimer(int milliseconds, std::function<void()> tick) override;
+  BoxAnswer ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) override;
+  Size ScreenSize() override { return screen; }
+  Size PixelsPerInch() override { return pixels_per_inch; }
+  Size MeasureText(std::string_view text, const Font& font) override;
+  void Beep() override { ++beeps; }
+  HeadlessTray& Tray() override { return tray_; }
+
+  /// The main window while it exists.
+  HeadlessTopWindow* Main() const { return main_; }
+
+  Size screen{1920 * 15, 1080 * 15};  ///< twips
+  Size pixels_per_inch{96, 96};
+  int beeps = 0;
+  std::vector<ShownBox> boxes;
+  /// What the boxes to come are answered, in turn; kOk when the queue is empty.
+  std::deque<BoxAnswer> answers;
+  /// How long a box stays open; events go on meanwhile.
+  int box_ms = 0;
+  /// Called while a box is open.
+  std::function<void(const ShownBox&)> on_box;
+
+ private:
+  friend class HeadlessTopWindow;
+  VirtualTime& time_;
+  HeadlessTray tray_;
+  HeadlessTopWindow* main_ = nullptr;
+};
+
+/// Whether a copy runs is the test's choice.
+class HeadlessInstance : public SingleInstance {
+ public:
+  bool Claim() override { return !other_copy_runs; }
+  bool other_copy_runs = false;
+};
+
+}  // namespace orvane
