@@ -20,8 +20,8 @@
 namespace orvane::sim {
 
 struct MeterOptions {
-  MeterFacts Facts;
-  MeterSettings Settings;
+  MeterFacts Facts = {};
+  MeterSettings Settings = {};
   std::uint64_t Seed = 1;
   int Baud = 0;                   // the meter's own line speed; 0 understands any
   std::int64_t ReplyDelayMs = 5;  // from the end of a command to its answer
