@@ -96,7 +96,7 @@ class Line {
   Descriptor slave_;
   Descriptor watch_;
   int peers_ = 0;
-  bool peer_open_ = true;  // taken for granted until the first close: a watch may not be available
+  bool peer_open_ = false;
   std::uint64_t dropped_ = 0;
 };
 
@@ -118,11 +118,11 @@ inline void Line::Plug() {
   ::tcsetattr(slave.Number(), TCSANOW, &settings);
 
   watch_ = Descriptor(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
-  ::inotify_add_watch(watch_.Number(), device_.c_str(), IN_OPEN | IN_CLOSE);
+  const bool watched = ::inotify_add_watch(watch_.Number(), device_.c_str(), IN_OPEN | IN_CLOSE) >= 0;
   master_ = std::move(master);
   slave_ = std::move(slave);
   peers_ = 0;
-  peer_open_ = true;
+  peer_open_ = !watched;  // who cannot look takes it for granted
   MakeLink();
 }
 
