@@ -2,6 +2,8 @@
 
 #include "forms/control.h"
 
+#include <optional>
+
 namespace orvane {
 
 /// One line of text on the face. Its window text is its caption.
@@ -11,6 +13,7 @@ class Label : public WindowedControl {
     Font font;
     Color color = MakeColor(255, 255, 255);
     Align align = Align::kLeft;
+    std::optional<Color> back = std::nullopt;  ///< painted behind the text; without it the face shows
   };
 
   Label(WindowSystem& windows, WindowedControl& container, const Rect& bounds, const Look& look,
@@ -29,10 +32,16 @@ class Label : public WindowedControl {
   void SetForeColor(Color color) {
     if (Assign(look_.color, color)) Invalidate();
   }
+  /// Text colour and ground together: one is chosen for the other.
+  void SetColors(Color fore, Color back) {
+    const bool text = Assign(look_.color, fore);
+    if (Assign(look_.back, back) || text) Invalidate();
+  }
   const Look& look() const { return look_; }
 
  protected:
   void Paint(Canvas& canvas) const override {
+    if (look_.back) canvas.FillRect({0, 0, Width(), Height()}, *look_.back);
     canvas.DrawText({0, 0, Width(), Height()}, Caption(), look_.font, look_.color, look_.align);
   }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/text.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,8 +19,9 @@ using OptionalText = std::optional<std::string_view>;
 struct ProfileStore {
   virtual ~ProfileStore() = default;
   /// Reads a value, cut to buffer_size - 1 characters; `fallback` without its trailing blanks where file,
-  /// section or key is missing. Without a section: all section names; without a key: all keys of the section;
-  /// each followed by a NUL, the final extra NUL not included.
+  /// section or key is missing. Without a section: all section names; without a key: all keys of the section
+  /// (`fallback` when there are none); each followed by a NUL, the final extra NUL not included, cut to
+  /// buffer_size - 2.
   virtual std::string GetPrivateProfileString(OptionalText section, OptionalText key,
                                               std::string_view fallback, std::size_t buffer_size,
                                               const std::string& file) = 0;
@@ -31,16 +34,24 @@ struct ProfileStore {
   virtual bool WriteEmptySection(std::string_view section, const std::string& file) = 0;
 };
 
-/// What the settings need to know of files. Paths use the separator of the system.
+/// What the program needs to know of files. Paths use the separator of the system.
 struct Files {
   virtual ~Files() = default;
   /// Folder that holds the program, without a separator at its end.
   virtual std::string ProgramFolder() = 0;
+  /// What stands between the parts of a path.
+  virtual char Separator() const = 0;
+  /// The program folder followed by `tail`, which is written with backslashes on every system
+  /// ("\\Images\\Face.ovl").
+  std::string InProgramFolder(std::string_view tail) {
+    return ProgramFolder() + ReplaceAll(tail, '\\', Separator());
+  }
   /// True when `path` is a normal file: there, no folder, neither hidden nor a system file.
   virtual bool IsNormalFile(const std::string& path) = 0;
-  /// Makes an empty file. @throws RuntimeError kPathAccess
+  /// Makes an empty file where nothing is. A file that is there, also a hidden one, stays as it is.
+  /// @throws RuntimeError kPathAccess when there is no file afterwards
   virtual void CreateEmpty(const std::string& path) = 0;
-  /// True when an existing file can be opened for reading now (no other program holds it for itself).
+  /// True when the file is there and can be opened for reading now (no other program holds it for itself).
   virtual bool CanRead(const std::string& path) = 0;
   /// True when the file can be opened for writing, or made, now. Leaves no trace.
   virtual bool CanWrite(const std::string& path) = 0;

@@ -91,6 +91,8 @@ struct WindowSystem {
   virtual Size PixelsPerInch() = 0;                                       ///< horizontal and vertical
   virtual Size MeasureText(std::string_view text, const Font& font) = 0;  ///< twips
   virtual void Beep() = 0;
+  /// The pointer over all our windows: the hourglass, or each window's own.
+  virtual void SetHourglass(bool on) = 0;
   virtual TrayIcon& Tray() = 0;
 };
 

@@ -124,6 +124,7 @@ class HeadlessDesktop : public WindowSystem {
   Size PixelsPerInch() override { return pixels_per_inch; }
   Size MeasureText(std::string_view text, const Font& font) override;
   void Beep() override { ++beeps; }
+  void SetHourglass(bool on) override { hourglass = on; }
   HeadlessTray& Tray() override { return tray_; }
 
   /// The main window while it exists.
@@ -132,6 +133,7 @@ class HeadlessDesktop : public WindowSystem {
   Size screen{1920 * 15, 1080 * 15};  ///< twips
   Size pixels_per_inch{96, 96};
   int beeps = 0;
+  bool hourglass = false;
   std::vector<ShownBox> boxes;
   /// What the boxes to come are answered, in turn; kOk when the queue is empty.
   std::deque<BoxAnswer> answers;

@@ -149,6 +149,10 @@ LRESULT Win32Window::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_MOUSEMOVE:
       OnPointerMove(lparam);
       return 0;
+    case WM_SETCURSOR:
+      if (!context_.hourglass) return ::DefWindowProcW(hwnd_, message, wparam, lparam);
+      ::SetCursor(::LoadCursorW(nullptr, IDC_WAIT));
+      return TRUE;
     case WM_MOUSELEAVE:
       tracking_leave_ = false;
       TellMouse(MouseAction::kLeave, 0, 0);

@@ -14,6 +14,7 @@ class WindowContext {
   WindowContext();
 
   Size pixels_per_inch;
+  bool hourglass = false;
   FontCache fonts;
   BackBuffer buffer;
   Rasterizer rasterizer;

@@ -80,6 +80,11 @@ void Win32WindowSystem::Beep() {
   ::MessageBeep(MB_OK);
 }
 
+void Win32WindowSystem::SetHourglass(bool on) {
+  context_.hourglass = on;
+  ::SetCursor(::LoadCursorW(nullptr, on ? IDC_WAIT : IDC_ARROW));
+}
+
 // The callback message is a mouse message on purpose: the icon's events then come in by the window's own
 // mouse handler.
 void Win32TrayIcon::Add(TopWindow& window, std::string_view tip) {

@@ -31,6 +31,7 @@ class Win32WindowSystem : public WindowSystem {
   Size PixelsPerInch() override { return context_.pixels_per_inch; }
   Size MeasureText(std::string_view text, const Font& font) override;
   void Beep() override;
+  void SetHourglass(bool on) override;
   TrayIcon& Tray() override { return tray_; }
 
  private:

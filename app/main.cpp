@@ -1,0 +1,25 @@
+#include "platform/platform.h"
+#include "platform/win32/event_pump.h"
+#include "platform/win32/event_window.h"
+#include "platform/win32/files.h"
+#include "platform/win32/profile_store.h"
+#include "platform/win32/serial_port.h"
+#include "platform/win32/window_system.h"
+#include "window/orvane.h"
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+  orvane::Win32Clock clock;
+  orvane::EventWindow events;
+  orvane::Win32SerialPort port(events);
+  orvane::Win32EventPump pump(clock, port);
+  orvane::Win32ProfileStore profiles;
+  orvane::Win32Files files;
+  orvane::Win32WindowSystem windows(events);
+  orvane::Win32SingleInstance instance;
+  orvane::Platform platform{clock, pump, port, profiles, files, windows, instance};
+
+  orvane::Orvane program(platform);
+  program.Form_Load();
+  pump.Run();
+  return 0;
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "display/display_mode.h"
+#include "display/meter_controls.h"
+#include "forms/timer.h"
+#include "link/meter_state.h"
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+
+namespace orvane {
+
+/// The two alarm lamps and the combined one on the reset button.
+class AlarmLamps {
+ public:
+  AlarmLamps(MeterControls& controls, const MeterState& meter) : controls_(controls), meter_(meter) {}
+  /// A lamp is lit by a flag of exactly -1; the readouts' colours go by any nonzero value. The flags are only
+  /// ever written as -1 and 0.
+  void ShowAlarmLamps();
+  /// All dark, whatever the meter said.
+  void Reset();
+
+ private:
+  MeterControls& controls_;
+  const MeterState& meter_;
+};
+
+/// The lights beside the port's name: on with a burst, off 100 ms after the last one began.
+class ActivityLights {
+ public:
+  ActivityLights(WindowSystem& windows, Clock& clock, MeterControls& controls);
+  void ShowRx();
+  void ShowTx();
+  void Reset();
+
+ private:
+  MeterControls& controls_;
+  Timer rx_;  // `tmrRxLed`
+  Timer tx_;  // `tmrTxLed`
+};
+
+/// The status line. A text stays five seconds after the timer was last started, then the line is blank again.
+class StatusLine {
+ public:
+  StatusLine(WindowSystem& windows, Clock& clock, Label& label);
+  /// Shows a text in the line's own colour, or in red; does not start the timer.
+  void Show(std::string_view text) { label_.SetCaption(text); }
+  void ShowAlert(std::string_view text);
+  void StartClearTimer() { clear_.SetEnabled(true); }
+
+ private:
+  Label& label_;
+  Timer clear_;  // `TimerClearMessage`
+};
+
+// The status line is a small display: dark blue on pale, and turned to red on black for an alert. Neither
+// colour can be read on the other's ground, nor both on one.
+inline constexpr Color kStatusColor = MakeColor(0, 0, 128);
+inline constexpr Color kStatusGround = MakeColor(198, 212, 204);
+inline constexpr Color kAlertColor = MakeColor(255, 0, 0);
+inline constexpr Color kAlertGround = MakeColor(0, 0, 0);
+
+}  // namespace orvane

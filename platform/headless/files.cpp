@@ -1,0 +1,124 @@
+#include "platform/headless/files.h"
+
+#include "base/runtime_error.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+#if defined(__unix__)
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+namespace orvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A rename alone may reach the disk before the bytes do; after a power cut the new name then stands on an
+// empty file. Where there is no such call the rename has to do.
+bool FlushToDisk(const fs::path& path) {
+#if defined(__unix__)
+  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) return false;
+  const bool flushed = ::fsync(file) == 0;
+  ::close(file);
+  return flushed;
+#else
+  return !path.empty();
+#endif
+}
+
+bool WriteHalves(const fs::path& path, std::string_view content, const auto& between) {
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  if (!file) return false;
+  between();
+  const auto half = content.size() / 2;
+  file.write(content.data(), static_cast<std::streamsize>(half)).flush();
+  between();
+  const auto rest = content.substr(half);
+  file.write(rest.data(), static_cast<std::streamsize>(rest.size())).flush();
+  return file.good();
+}
+
+}  // namespace
+
+bool HeadlessFiles::Opens(const std::string& path) {
+  const auto holder = held_.find(path);
+  if (holder == held_.end() || holder->second == 0) return true;
+  if (holder->second > 0) --holder->second;
+  return false;
+}
+
+void HeadlessFiles::Step() {
+  if (steps_to_kill_ > 0 && --steps_to_kill_ == 0) throw ProcessKilled{};
+}
+
+bool HeadlessFiles::IsNormalFile(const std::string& path) {
+  std::error_code error;
+  return hidden_.count(path) == 0 && fs::is_regular_file(path, error);
+}
+
+void HeadlessFiles::CreateEmpty(const std::string& path) {
+  std::error_code error;
+  if (fs::is_regular_file(path, error)) return;
+  if (fs::exists(path, error) || read_only_ || !std::ofstream(path, std::ios::binary | std::ios::app)) {
+    throw RuntimeError(Fault::kPathAccess, "Making " + path);
+  }
+}
+
+bool HeadlessFiles::CanRead(const std::string& path) {
+  std::error_code error;
+  return fs::is_regular_file(path, error) && Opens(path) && std::ifstream(path, std::ios::binary).good();
+}
+
+bool HeadlessFiles::CanWrite(const std::string& path) {
+  std::error_code error;
+  if (read_only_ || fs::is_directory(path, error) || !Opens(path)) return false;
+  const bool was_there = fs::exists(path, error);
+  const bool opened = std::ofstream(path, std::ios::binary | std::ios::app).good();
+  if (!was_there) fs::remove(path, error);
+  return opened;
+}
+
+std::optional<std::string> HeadlessFiles::Content(const std::string& path) {
+  std::error_code error;
+  if (!fs::is_regular_file(path, error) || !Opens(path)) return std::nullopt;
+  std::ifstream file(path, std::ios::binary);
+  if (!file) return std::nullopt;
+  return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+std::string HeadlessFiles::Read(const std::string& path, std::size_t limit) {
+  return Content(path).value_or("").substr(0, limit);
+}
+
+bool HeadlessFiles::Replace(const std::string& path, std::string_view content) {
+  if (changes_to_failure_ > 0 && --changes_to_failure_ == 0) return false;
+  std::error_code error;
+  if (read_only_ || fs::is_directory(path, error) || !Opens(path)) return false;
+  const fs::path target(path);
+  fs::path beside(target);
+  beside += ".tmp";
+  Step();
+  if (!WriteHalves(beside, content, [this] { Step(); })) {
+    fs::remove(beside, error);
+    return false;
+  }
+  Step();
+  if (!FlushToDisk(beside)) return false;
+  Step();
+  fs::rename(beside, target, error);
+  if (error) return false;
+  FlushToDisk(target.parent_path());
+  Step();
+  return true;
+}
+
+bool HeadlessFiles::CopyWhole(const std::string& from, const std::string& to) {
+  const auto content = Content(from);
+  return content && Replace(to, *content);
+}
+
+}  // namespace orvane

@@ -1,0 +1,178 @@
+#include "window/face_builder.h"
+
+#include "display/indicators.h"
+#include "display/range_scales.h"
+#include "platform/raster.h"
+#include "platform/surface_canvas.h"
+#include "window/layout.h"
+
+#include <cmath>
+#include <string>
+
+namespace orvane {
+namespace {
+
+constexpr Color kCyan = MakeColor(0, 255, 255);
+constexpr Color kRed = MakeColor(255, 0, 0);
+constexpr Color kDarkSegment = MakeColor(17, 24, 28);
+constexpr Color kCaption = MakeColor(214, 222, 228);
+constexpr Color kMessageText = MakeColor(255, 206, 120);
+constexpr Color kLampDark = MakeColor(58, 22, 20);
+constexpr Color kLampLit = MakeColor(255, 64, 48);
+constexpr Color kMarkerDark = MakeColor(22, 32, 36);
+constexpr Color kMarkerLit = MakeColor(120, 230, 255);
+constexpr Color kRing = MakeColor(10, 12, 14);
+constexpr Color kTick = MakeColor(170, 182, 190);
+constexpr Color kLightOn = MakeColor(110, 255, 120);
+constexpr Color kLightOff = MakeColor(26, 56, 30);
+
+constexpr Shape::Look kAlarmLook{Shape::Form::kEllipse, kLampLit, kLampLit, kLampDark, kRing};
+constexpr Shape::Look kMarkerLook{Shape::Form::kEllipse, kMarkerLit, kMarkerLit, kMarkerDark, kRing};
+
+constexpr Label::Look TextLook(Align align) {
+  return {{"Arial", 180, false}, kCaption, align, std::nullopt};
+}
+
+std::unique_ptr<CommandButton> NewButton(WindowSystem& windows, WindowedControl& container, const Rect& place,
+                                         std::string_view caption, std::string_view tool_tip) {
+  return std::make_unique<CommandButton>(windows, container, place, caption, tool_tip);
+}
+
+std::string RangeCaption(const std::array<FixedRange, 8>& ranges, int i) {
+  return i == kAutoRange ? "Auto" : std::to_string(ranges[static_cast<std::size_t>(i)].full_scale);
+}
+
+std::string_view RangeToolTip(const std::array<FixedRange, 8>& ranges, int i) {
+  return i == kAutoRange ? kAutoToolTip : ranges[static_cast<std::size_t>(i)].tool_tip;
+}
+
+void BuildBar(WindowSystem& windows, Form& form, const layout::Graph& place, Color color, Color last_color,
+              GraphControls& graph) {
+  graph.pbxGraph = std::make_unique<PictureBox>(windows, form, place.frame);
+  for (int i = 0; i < static_cast<int>(kBarShapes); ++i) {
+    const Color back = i == kLastSegment + 1 ? last_color : color;
+    const auto dark = i == kLastSegment + 1 ? std::nullopt : std::optional<Color>(kDarkSegment);
+    graph.shpGraph[static_cast<std::size_t>(i)] = std::make_unique<Shape>(
+        *graph.pbxGraph, layout::Across(layout::kFirstSegment, layout::kSegmentPitch, i),
+        Shape::Look{Shape::Form::kRectangle, back, back, dark, std::nullopt});
+  }
+  graph.pbxScale = std::make_unique<PictureBox>(windows, *graph.pbxGraph, layout::kScaleStrip);
+  constexpr std::array<Align, 3> kAligns{Align::kLeft, Align::kCenter, Align::kRight};
+  for (std::size_t i = 0; i < 3; ++i) {
+    graph.lblScale[i] =
+        std::make_unique<Label>(windows, *graph.pbxGraph, layout::kScaleNumbers[i], TextLook(kAligns[i]));
+  }
+}
+
+void BuildRangeButtons(WindowSystem& windows, Form& form, const layout::Graph& place,
+                       const std::array<FixedRange, 8>& ranges, GraphControls& graph) {
+  graph.pbxRangeButtons = std::make_unique<PictureBox>(windows, form, place.range_buttons);
+  for (int i = 0; i < static_cast<int>(kRangeButtons); ++i) {
+    const auto k = static_cast<std::size_t>(i);
+    graph.shpRange[k] = std::make_unique<Shape>(
+        *graph.pbxRangeButtons, layout::Down(layout::kFirstRangeMarker, layout::kRangePitch, i), kMarkerLook);
+    graph.cmdRange[k] = NewButton(windows, *graph.pbxRangeButtons,
+                                  layout::Down(layout::kFirstRangeButton, layout::kRangePitch, i),
+                                  RangeCaption(ranges, i), RangeToolTip(ranges, i));
+  }
+}
+
+void BuildModePanel(WindowSystem& windows, Form& form, MeterControls& controls) {
+  struct Row {
+    std::string_view caption;
+    std::string_view tool_tip;
+  };
+  constexpr std::array<Row, kModes> kRows{{{"Fast", "Fast Display Update 5x/Sec"},
+                                           {"Med", "Medium Display Update 1x/Sec"},
+                                           {"Slow", "Slow Display Update 1x/2Sec"},
+                                           {"Dip", "VSWR Dip Mode Fast Display Update"}}};
+  controls.pbxModePanel = std::make_unique<PictureBox>(windows, form, layout::kModePanel);
+  for (int i = 0; i < static_cast<int>(kModes); ++i) {
+    const auto k = static_cast<std::size_t>(i);
+    controls.shpMode[k] = std::make_unique<Shape>(
+        *controls.pbxModePanel, layout::Across(layout::kFirstModeMarker, layout::kModePitch, i), kMarkerLook);
+    controls.cmdMode[k] = NewButton(windows, *controls.pbxModePanel,
+                                    layout::Across(layout::kFirstModeButton, layout::kModePitch, i),
+                                    kRows[k].caption, kRows[k].tool_tip);
+  }
+  controls.shpMode[0]->SetFillStyle(Shape::kSolid);
+}
+
+/// A round light of the given size in twips, smooth at the screen's resolution.
+Picture LightPicture(Size twips, Size pixels_per_inch, Color color) {
+  auto picture = std::make_shared<PictureData>();
+  picture->width = ToPixels(twips.width, pixels_per_inch.width);
+  picture->height = ToPixels(twips.height, pixels_per_inch.height);
+  const auto count = static_cast<std::size_t>(picture->width) * static_cast<std::size_t>(picture->height);
+  // Drawn as white on black, the grey level is how much of a pixel the light covers.
+  std::vector<std::uint32_t> cover(count, 0);
+  Rasterizer rasterizer;
+  const double rx = picture->width / 2.0;
+  const double ry = picture->height / 2.0;
+  constexpr int kCorners = 48;
+  std::array<PixelPoint, kCorners> circle;
+  for (int i = 0; i < kCorners; ++i) {
+    const double angle = 6.283185307179586 * i / kCorners;
+    circle[static_cast<std::size_t>(i)] = {rx + rx * std::cos(angle), ry + ry * std::sin(angle)};
+  }
+  rasterizer.FillPolygon({cover.data(), picture->width, picture->height, picture->width}, circle,
+                         MakeColor(255, 255, 255), 255);
+  const auto rgb = static_cast<std::uint32_t>(RedOf(color) << 16 | GreenOf(color) << 8 | BlueOf(color));
+  for (const std::uint32_t grey : cover)
+    picture->pixels.push_back((grey & 0xFF) << 24 | rgb);
+  return picture;
+}
+
+void BuildStatusRow(WindowSystem& windows, Form& form, MeterControls& controls) {
+  controls.lblShowStatus =
+      std::make_unique<Label>(windows, form, layout::kStatus,
+                              Label::Look{{"Arial", 180, true}, kStatusColor, Align::kLeft, kStatusGround});
+  controls.lblPort = std::make_unique<Label>(windows, form, layout::kPort, TextLook(Align::kCenter));
+  controls.imgRx = std::make_unique<Image>(windows, form, layout::kRxLight);
+  controls.imgRx->SetToolTipText("Rx Data Activity");
+  controls.imgTx = std::make_unique<Image>(windows, form, layout::kTxLight);
+  controls.imgTx->SetToolTipText("Tx Data Activity");
+  const Size light{layout::kRxLight.width, layout::kRxLight.height};
+  const Picture off = LightPicture(light, windows.PixelsPerInch(), kLightOff);
+  controls.imgLed = {nullptr, off, off, LightPicture(light, windows.PixelsPerInch(), kLightOn)};
+  controls.shpSWRAlarm = std::make_unique<Shape>(form, layout::kSWRLamp, kAlarmLook);
+  controls.lblSWRAlarm =
+      std::make_unique<Label>(windows, form, layout::kSWRLabel, TextLook(Align::kLeft), "SWR Alarm");
+  controls.shpPowerAlarm = std::make_unique<Shape>(form, layout::kPowerLamp, kAlarmLook);
+  controls.lblPwrAlarm =
+      std::make_unique<Label>(windows, form, layout::kPowerLabel, TextLook(Align::kLeft), "Pwr Alarm");
+}
+
+}  // namespace
+
+void BuildFormControls(WindowSystem& windows, Form& form, FormControls& controls) {
+  controls.lblMessage =
+      std::make_unique<Label>(windows, form, layout::kMessage,
+                              Label::Look{{"Arial", 240, true}, kMessageText, Align::kCenter, std::nullopt});
+  constexpr std::array<std::string_view, 3> kMenus{"Window", "Settings", "Help"};
+  for (std::size_t i = 0; i < kMenus.size(); ++i) {
+    controls.cmdMenu[i] = NewButton(windows, form, layout::kMenuButtons[i], kMenus[i], {});
+  }
+  controls.cmdHelp = NewButton(windows, form, layout::kHelpButton, "?", "Help");
+  controls.cmdMinimize = NewButton(windows, form, layout::kMinimize, "_", "Minimize");
+  controls.cmdClose = NewButton(windows, form, layout::kClose, "x", "Close");
+}
+
+void BuildMeterControls(WindowSystem& windows, Form& form, MeterControls& controls) {
+  BuildBar(windows, form, layout::kForward, kCyan, kRed, controls.forward);
+  controls.forward.dbxPower =
+      std::make_unique<OVDigitBox>(windows, form, layout::kForward.readout, OVDigitBox::kWholeFormat, "0");
+  BuildBar(windows, form, layout::kReflected, kRed, kRed, controls.reflected);
+  controls.reflected.dbxPower =
+      std::make_unique<OVDigitBox>(windows, form, layout::kReflected.readout, OVDigitBox::kWholeFormat, "0");
+  controls.dbxVSWR =
+      std::make_unique<OVDigitBox>(windows, form, layout::kVSWR, OVDigitBox::kRatioFormat, ".0");
+  BuildRangeButtons(windows, form, layout::kForward, kForwardRanges, controls.forward);
+  BuildRangeButtons(windows, form, layout::kReflected, kReflectedRanges, controls.reflected);
+  BuildModePanel(windows, form, controls);
+  controls.shpResetAlarm = std::make_unique<Shape>(form, layout::kResetLamp, kAlarmLook);
+  controls.cmdResetAlarms = NewButton(windows, form, layout::kResetButton, "Reset", "Reset Alarms");
+  BuildStatusRow(windows, form, controls);
+}
+
+}  // namespace orvane

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "display/meter_controls.h"
+#include "forms/form.h"
+
+#include <memory>
+
+namespace orvane {
+
+/// Controls of the main form that are not the display's.
+struct FormControls {
+  std::unique_ptr<Label> lblMessage;
+  ControlArray<CommandButton, 3> cmdMenu;
+  std::unique_ptr<CommandButton> cmdHelp;
+  std::unique_ptr<CommandButton> cmdMinimize;
+  std::unique_ptr<CommandButton> cmdClose;
+};
+
+/// Makes the controls at their design places, in the order in which the face is read.
+void BuildFormControls(WindowSystem& windows, Form& form, FormControls& controls);
+void BuildMeterControls(WindowSystem& windows, Form& form, MeterControls& controls);
+
+}  // namespace orvane
