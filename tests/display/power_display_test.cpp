@@ -43,6 +43,7 @@ TEST_F(DisplayTest, NoSegmentLightsBeforeARangeIsChosen) {
 
 TEST_F(DisplayTest, SmallPowerShowsOneSegmentAndNetBelowZeroNone) {
   display.ChooseForwardRange(7);
+  Line(500, 0);
   Line(10, 0);
   EXPECT_EQ(FwdLit(), 1);
   Line(10, 12);
