@@ -1,0 +1,484 @@
+"""Drives the real Orvane.exe in a real window in Wine, with a simulated meter on a real serial line.
+
+A test derives from OrvaneTest. Display and prefix are shared by the tests of a class, because they take a second;
+each test gets a fresh copy of the program folder and a fresh meter:
+
+    class Readings(harness.OrvaneTest):
+        def test_power_is_shown(self):
+            meter = self.start_meter()
+            program = self.start_program()
+            meter.command("power 100 5")
+            self.wait_until(lambda: program.control(text="100"), "the power readout")
+
+ctest says where program, simulator and inspector are (ORVANE_DIST, ORVANE_SIM, ORVANE_INSPECT); started by hand the
+build folders of the presets win64 and native are taken.
+"""
+
+import configparser
+import contextlib
+import json
+import os
+import pathlib
+import queue
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+import unittest
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(ROOT / "scripts"))
+import wine_lab  # noqa: E402
+
+DIST = pathlib.Path(os.environ.get("ORVANE_DIST", ROOT / "dist/win64"))
+SIMULATOR = pathlib.Path(os.environ.get("ORVANE_SIM", ROOT / "build/native/orvane-sim"))
+INSPECTOR = pathlib.Path(os.environ.get("ORVANE_INSPECT", ROOT / "build/win64/tests/wine/win_inspect.exe"))
+SCREENSHOTS = ROOT / "build" / "screenshots"
+
+CAPTION = "Orvane Lite"
+PROGRAM = "Orvane.exe"
+SETTINGS = "Orvane.dat"
+PORT = "COM2"
+
+
+def wait_until(condition, what="the condition", timeout=10.0, interval=0.05):
+    """Returns the first true value of condition(); fails after timeout seconds, naming what was waited for."""
+    deadline = time.monotonic() + timeout
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > deadline:
+            raise AssertionError(f"waited {timeout:g} s in vain for {what}")
+        time.sleep(interval)
+
+
+class LineReader:
+    """The lines of a pipe, read in the background so that the writer is never held up."""
+
+    def __init__(self, pipe):
+        self._new = queue.SimpleQueue()
+        self._thread = threading.Thread(target=self._read, args=(pipe,), daemon=True)
+        self._thread.start()
+
+    def _read(self, pipe):
+        for line in pipe:
+            self._new.put(line.rstrip("\r\n"))
+        self._new.put(None)
+
+    def next(self, timeout):
+        """The next line; None at the end. Raises queue.Empty when none comes in time."""
+        line = self._new.get(timeout=timeout)
+        if line is None:
+            self._new.put(None)
+        return line
+
+    def drain(self):
+        """All lines that came since the last call."""
+        lines = []
+        with contextlib.suppress(queue.Empty):
+            while (line := self._new.get_nowait()) is not None:
+                lines.append(line)
+        return lines
+
+
+class Meter:
+    """The simulated meter, as a process behind a pseudo-terminal that `link` points to."""
+
+    def __init__(self, link, scenario=None, arguments=()):
+        self.link = pathlib.Path(link)
+        self.log_path = self.link.with_suffix(".log")
+        command = [str(SIMULATOR), "--link", str(self.link), "--log", str(self.log_path)]
+        if scenario:
+            command += ["--scenario", scenario]
+        self._process = subprocess.Popen(
+            [*command, *arguments], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, bufsize=1)
+        self._output = LineReader(self._process.stdout)
+        first = self._output.next(timeout=10)
+        if not (first or "").startswith("device "):
+            raise AssertionError(f"the simulated meter said {first!r}")
+        self.device = first.removeprefix("device ")
+        wait_until(self.link.exists, "the meter's line", 5)
+
+    def command(self, text):
+        """Gives the simulator a command, as a person at its standard input does."""
+        self._process.stdin.write(text + "\n")
+        self._process.stdin.flush()
+
+    def output(self):
+        """What it printed since the last call."""
+        return self._output.drain()
+
+    @property
+    def log(self):
+        """The lines of its log so far."""
+        return self.log_path.read_text("latin-1").splitlines() if self.log_path.exists() else []
+
+    def stop(self):
+        """Takes the meter away, as when its cable is pulled."""
+        if self._process.poll() is None:
+            self._process.send_signal(signal.SIGTERM)
+            try:
+                self._process.wait(5)
+            except subprocess.TimeoutExpired:
+                self._process.kill()
+                self._process.wait()
+        for pipe in (self._process.stdin, self._process.stdout):
+            with contextlib.suppress(BrokenPipeError):
+                pipe.close()
+
+
+class Window:
+    """What the inspector told about one window; rect is (left, top, right, bottom) on the screen."""
+
+    def __init__(self, fields):
+        self.hwnd, self.parent, self.owner = fields["hwnd"], fields["parent"], fields["owner"]
+        self.pid, self.program = fields["pid"], fields["program"]
+        self.class_name, self.text, self.id = fields["class"], fields["text"], fields["id"]
+        self.rect = tuple(fields["rect"])
+        self.visible, self.enabled = fields["visible"], fields["enabled"]
+        self.style, self.ex_style = fields["style"], fields["ex_style"]
+
+    @property
+    def center(self):
+        left, top, right, bottom = self.rect
+        return (left + right) // 2, (top + bottom) // 2
+
+    @property
+    def size(self):
+        left, top, right, bottom = self.rect
+        return right - left, bottom - top
+
+    def __repr__(self):
+        state = ("" if self.visible else " hidden") + ("" if self.enabled else " disabled")
+        return f"<{self.class_name} {self.text!r} {self.rect}{state}>"
+
+
+class Inspector:
+    """win_inspect.exe, kept running: one question costs a millisecond."""
+
+    def __init__(self, prefix):
+        self._process = prefix.start(
+            INSPECTOR, stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True, bufsize=1)
+        self._answers = LineReader(self._process.stdout)
+
+    def ask(self, *words, timeout=20):
+        """Gives a command; returns the answer's objects, or None where it could not be done (no such window)."""
+        self._process.stdin.write(" ".join(map(str, words)) + "\n")
+        self._process.stdin.flush()
+        answer = []
+        while True:
+            line = self._answers.next(timeout)
+            if line is None:
+                raise AssertionError("the inspector ended")
+            fields = json.loads(line)
+            if "end" in fields:
+                return answer if fields.get("ok", True) else None
+            answer.append(fields)
+
+    def windows(self):
+        """All windows of all programs, each top-level window followed by its children."""
+        return [Window(fields) for fields in self.ask("list")]
+
+    def close(self):
+        self._process.stdin.close()
+        try:
+            self._process.wait(10)
+        except subprocess.TimeoutExpired:
+            self._process.kill()
+            self._process.wait()
+        self._process.stdout.close()
+
+
+class Client:
+    """A program that receives readings: a window with a caption, and what came to it by WM_COPYDATA."""
+
+    def __init__(self, prefix, caption):
+        self._inspector = Inspector(prefix)
+        self._inspector.ask("client", caption)
+        self._received = []
+
+    @property
+    def received(self):
+        """All messages so far, as (tag, bytes)."""
+        for line in self._inspector._answers.drain():
+            fields = json.loads(line)
+            self._received.append((fields["tag"], bytes.fromhex(fields["bytes"])))
+        return self._received
+
+    def close(self):
+        self._inspector.close()
+
+
+class Screen:
+    """A picture of the whole virtual screen, to look at single pixels."""
+
+    def __init__(self, rgb, width, height):
+        self._rgb, self.width, self.height = rgb, width, height
+
+    def pixel(self, x, y):
+        """The colour (red, green, blue), 0 to 255 each."""
+        at = (y * self.width + x) * 3
+        return tuple(self._rgb[at:at + 3])
+
+    def count(self, rect, color):
+        """How many pixels of a rectangle (left, top, right, bottom) have exactly this colour."""
+        left, top, right, bottom = rect
+        wanted = bytes(color)
+        total = 0
+        for y in range(max(top, 0), min(bottom, self.height)):
+            row = self._rgb[(y * self.width + left) * 3:(y * self.width + right) * 3]
+            total += sum(row[i:i + 3] == wanted for i in range(0, len(row), 3))
+        return total
+
+
+class Desktop:
+    """A virtual display with one Wine prefix, an inspector in it, and mouse and keyboard."""
+
+    def __init__(self, link, dpi=96):
+        self.display = wine_lab.VirtualDisplay()
+        try:
+            self.prefix = wine_lab.Prefix(ports={PORT: link}, dpi=dpi, display=self.display.name)
+            self.inspector = Inspector(self.prefix)
+        except BaseException:
+            self.display.close()
+            raise
+        self._env = {**os.environ, "DISPLAY": self.display.name}
+
+    def xdotool(self, *arguments):
+        subprocess.run(["xdotool", *map(str, arguments)], env=self._env, check=True, stdout=subprocess.DEVNULL)
+
+    def click(self, x, y, button=1, repeat=1):
+        """Clicks at a place on the screen: button 1 left, 2 middle, 3 right."""
+        self.xdotool("mousemove", x, y)
+        # X servers drop the enter event of a pointer that is moved and pressed in one go.
+        self.xdotool("click", "--repeat", repeat, "--delay", 60, button)
+
+    def move(self, x, y):
+        self.xdotool("mousemove", x, y)
+
+    def drag(self, start, end):
+        self.xdotool("mousemove", *start, "mousedown", 1)
+        for step in range(1, 6):
+            x, y = (a + (b - a) * step // 5 for a, b in zip(start, end))
+            self.xdotool("mousemove", x, y)
+            time.sleep(0.02)
+        self.xdotool("mouseup", 1)
+
+    def key(self, *names):
+        """Presses keys by their X names, as in key("Tab", "shift+F10")."""
+        self.xdotool("key", "--delay", 30, *names)
+
+    def type(self, text):
+        self.xdotool("type", "--delay", 20, text)
+
+    def screen(self):
+        """The screen as it is now."""
+        picture = subprocess.run(["import", "-silent", "-window", "root", "-depth", "8", "rgb:-"], env=self._env,
+                                 check=True, capture_output=True)
+        return Screen(picture.stdout, self.display.WIDTH, self.display.HEIGHT)
+
+    def screenshot(self, path, rect=None):
+        """Saves a picture (PNG), of a part of the screen when rect is given."""
+        path = pathlib.Path(path)
+        path.parent.mkdir(parents=True, exist_ok=True)
+        crop = []
+        if rect:
+            left, top, right, bottom = rect
+            crop = ["-crop", f"{right - left}x{bottom - top}+{left}+{top}", "+repage"]
+        subprocess.run(["import", "-silent", "-window", "root", *crop, str(path)], env=self._env, check=True)
+        return path
+
+    def close(self):
+        self.inspector.close()
+        self.prefix.close()
+        self.display.close()
+
+
+class Program:
+    """Orvane.exe, running from a folder of its own."""
+
+    def __init__(self, desktop, folder):
+        self.desktop, self.folder = desktop, pathlib.Path(folder)
+        self.settings_path = self.folder / SETTINGS
+        self.process = desktop.prefix.start(
+            self.folder / PROGRAM, cwd=self.folder, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL)
+
+    def wait_for_window(self, timeout=20):
+        """Waits for the main window; fails at once when the program ends before."""
+        wait_until(self._window_or_end, "the main window", timeout)
+
+    def _window_or_end(self):
+        if self.process.poll() is not None:
+            raise AssertionError(f"the program ended with status {self.process.returncode} before it had a window")
+        window = self.main
+        return window and window.visible
+
+    # --- what there is to see
+
+    def windows(self):
+        """All windows of the program, message boxes and menus included, hidden ones too."""
+        return [window for window in self.desktop.inspector.windows() if window.program == PROGRAM]
+
+    @property
+    def main(self):
+        """The main window, or None."""
+        return next((w for w in self.windows() if not w.parent and w.text == CAPTION and not w.owner), None)
+
+    def controls(self, text=None, class_name=None, visible=True):
+        """The child windows with this text and class; visible=None for hidden ones too."""
+        return [w for w in self.windows()
+                if w.parent and (text is None or w.text == text)
+                and (class_name is None or w.class_name.lower() == class_name.lower())
+                and (visible is None or w.visible == visible)]
+
+    def control(self, text=None, class_name=None, visible=True):
+        """The first such control, or None."""
+        return next(iter(self.controls(text, class_name, visible)), None)
+
+    def texts(self):
+        """What a person can read: the texts of all visible windows."""
+        return [window.text for window in self.windows() if window.visible and window.text]
+
+    def message_box(self):
+        """The texts of an open message box (its caption first), or None."""
+        windows = self.windows()
+        box = next((w for w in windows if w.class_name == "#32770" and w.visible and not w.parent), None)
+        return box and [box.text, *(w.text for w in windows if w.parent == box.hwnd)]
+
+    def region(self):
+        """The main window's shape as a list of rectangles; None when it has no shape."""
+        answer = self.desktop.inspector.ask("region", self.main.hwnd)[0]
+        return [tuple(rect) for rect in answer["rects"]] if answer["shaped"] else None
+
+    def focus(self):
+        """The window that has the keyboard, or None."""
+        hwnd = self.desktop.inspector.ask("focus")[0]["focus"]
+        return next((window for window in self.windows() if window.hwnd == hwnd), None)
+
+    def items(self, combo):
+        """The entries of a combo box and the number of the chosen one (-1 for none)."""
+        answer = self.desktop.inspector.ask("items", combo.hwnd)[0]
+        return answer["items"], answer["chosen"]
+
+    def screenshot(self, path):
+        """A picture of the main window with what lies over it."""
+        return self.desktop.screenshot(path, self.main.rect)
+
+    def settings(self):
+        """The settings file by section and key, as text; empty when there is none."""
+        parser = configparser.RawConfigParser(strict=False, delimiters=("=",), comment_prefixes=(";",))
+        parser.optionxform = str
+        if self.settings_path.exists():
+            parser.read_string(self.settings_path.read_text("cp1252"))
+        return {section: dict(parser.items(section)) for section in parser.sections()}
+
+    # --- what a person can do
+
+    def click(self, target, button=1, repeat=1):
+        """Clicks with the mouse: on a control, on the control with a text, or at (x, y) in the main window."""
+        if isinstance(target, str):
+            text = target
+            target = self.control(text=text)
+            if target is None:
+                raise AssertionError(f"no visible control says {text!r}; there are {self.texts()}")
+        if isinstance(target, Window):
+            x, y = target.center
+        else:
+            left, top, _, _ = self.main.rect
+            x, y = left + target[0], top + target[1]
+        self.desktop.click(x, y, button, repeat)
+
+    def select(self, combo, index):
+        """Chooses an entry of a combo box."""
+        if self.desktop.inspector.ask("select", combo.hwnd, index) is None:
+            raise AssertionError("the combo box is gone")
+
+    def set_text(self, edit, text):
+        """Replaces the text of an edit field."""
+        if self.desktop.inspector.ask("settext", edit.hwnd, text) is None:
+            raise AssertionError("the edit field is gone")
+
+    def post(self, message, wparam=0, lparam=0, window=None):
+        """Posts a window message to the main window or another one."""
+        self.desktop.inspector.ask("post", (window or self.main).hwnd, message, wparam, lparam)
+
+    def close(self, timeout=15):
+        """Closes the main window and returns the program's status."""
+        window = self.main
+        if window:
+            self.desktop.inspector.ask("close", window.hwnd)
+        return self.wait_exit(timeout)
+
+    def wait_exit(self, timeout=15):
+        """Waits for the program's own end; returns its status."""
+        try:
+            return self.process.wait(timeout)
+        except subprocess.TimeoutExpired:
+            raise AssertionError(f"the program still runs after {timeout} s; it shows {self.texts()}") from None
+
+    def kill(self):
+        """Ends the program without asking, if it still runs."""
+        if self.process.poll() is None:
+            self.process.kill()
+            self.process.wait()
+
+
+class OrvaneTest(unittest.TestCase):
+    """Base of the end-to-end tests. A class may set dpi (what the system reports) and scenario (the meter's)."""
+
+    dpi = 96
+    scenario = None
+
+    @classmethod
+    def setUpClass(cls):
+        cls._folder = pathlib.Path(tempfile.mkdtemp(prefix="orvane-test-"))
+        cls.addClassCleanup(shutil.rmtree, cls._folder, ignore_errors=True)
+        cls.link = cls._folder / "meter"
+        cls.desktop = Desktop(cls.link, cls.dpi)
+        cls.addClassCleanup(cls.desktop.close)
+
+    wait_until = staticmethod(wait_until)
+
+    def start_meter(self, *arguments, scenario=None):
+        """A meter on COM2, gone after the test.
+
+        Without a meter COM2 is still listed. Wine then lets it be opened, and fails every call on it from
+        GetCommState on with error 1, where Windows would not open it."""
+        meter = Meter(self.link, scenario or self.scenario, arguments)
+        self.addCleanup(meter.stop)
+        return meter
+
+    def make_folder(self, settings=None):
+        """A fresh copy of the program's folder; settings is the text of its settings file."""
+        folder = pathlib.Path(tempfile.mkdtemp(prefix="program-", dir=self._folder))
+        shutil.copytree(DIST, folder, dirs_exist_ok=True, ignore=shutil.ignore_patterns(SETTINGS + "*"))
+        if settings is not None:
+            (folder / SETTINGS).write_bytes(settings.replace("\n", "\r\n").encode("cp1252"))
+        return folder
+
+    def start_program(self, settings=None, folder=None, wait_for_window=True):
+        """Starts the program in a fresh folder (or the given one). It is ended after the test, and what the
+        screen showed is kept when the test failed."""
+        program = Program(self.desktop, folder or self.make_folder(settings))
+        self.addCleanup(program.kill)
+        self.addCleanup(self._keep_picture_of_failure)
+        if wait_for_window:
+            program.wait_for_window()
+        return program
+
+    def start_client(self, caption="OVClient"):
+        """A window that receives readings, gone after the test."""
+        client = Client(self.desktop.prefix, caption)
+        self.addCleanup(client.close)
+        return client
+
+    def _keep_picture_of_failure(self):
+        problems = getattr(self._outcome, "errors", None) or self._outcome.result.failures
+        if any(error for test, error in problems if error and test is self):
+            path = self.desktop.screenshot(SCREENSHOTS / f"failed-{self.id()}.png")
+            print(f"screen at the failure: {path}", file=sys.stderr)
