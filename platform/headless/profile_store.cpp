@@ -34,7 +34,6 @@ struct Line {
   std::size_t end = 0;
   std::string_view name;                  // of an entry
   std::optional<std::string_view> value;  // of an entry that has an equals sign
-  bool IsEntry() const { return end > begin; }
 };
 
 // A section: its header line and what follows up to the next header. The first one stands for the lines
@@ -126,8 +125,11 @@ void SetEntry(std::string& text, std::string_view section_name, std::string_view
               std::string_view value) {
   const auto sections = ReadSections(text);
   const Section* section = FindSection(sections, section_name);
-  const std::string line = std::string(TrimBlanks(UpToNul(key))) + "=" + std::string(UpToNul(value));
-  if (const Line* entry = FindEntry(section, key)) {
+  const Line* entry = FindEntry(section, key);
+  // A key that is there keeps the letter case in which it was written.
+  std::string line(entry != nullptr ? entry->name : TrimBlanks(UpToNul(key)));
+  line.append("=").append(UpToNul(value));
+  if (entry != nullptr) {
     if (entry->value != TrimBlanks(UpToNul(value)))
       text.replace(entry->begin, entry->end - entry->begin, line);
   } else if (section != nullptr) {
