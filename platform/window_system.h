@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvane {
 
@@ -59,6 +60,14 @@ struct TopWindow : Widget {
   virtual WindowState State() = 0;
   virtual void SetState(WindowState state) = 0;
   virtual void SetTopMost(bool on) = 0;
+  /// Gives the window a shape: the union of rectangles, pixels from the window's corner. None at all: nothing
+  /// is seen.
+  virtual void SetShape(const std::vector<Rect>& runs) = 0;
+  /// Width of the system's left border and height of its top border with caption, pixels; zero without a
+  /// frame.
+  virtual Size BorderPixels() const = 0;
+  /// Lets the pointer, whose left button is down, move the window until the button is released.
+  virtual void BeginDrag() = 0;
 };
 
 /// The icon in the notification area. Its mouse messages come to the main window as a released right button
@@ -94,6 +103,9 @@ struct WindowSystem {
   /// The pointer over all our windows: the hourglass, or each window's own.
   virtual void SetHourglass(bool on) = 0;
   virtual TrayIcon& Tray() = 0;
+  /// Decodes a picture file, PNG or BMP by its content whatever its name says.
+  /// @throws RuntimeError kFileNotFound, kInvalidPicture when it cannot be decoded
+  virtual Picture LoadPicture(const std::string& path) = 0;
 };
 
 /// Keeps other copies of the program away, for one user's session.

@@ -1,5 +1,7 @@
 #include "platform/headless/desktop.h"
 
+#include "base/runtime_error.h"
+
 #include <algorithm>
 
 namespace orvane {
@@ -117,6 +119,13 @@ BoxAnswer HeadlessDesktop::ShowMessageBox(std::string_view text, std::string_vie
   const BoxAnswer answer = answers.front();
   answers.pop_front();
   return answer;
+}
+
+Picture HeadlessDesktop::LoadPicture(const std::string& path) {
+  for (const auto& [end, picture] : pictures) {
+    if (path.ends_with(end) && picture) return picture;
+  }
+  throw RuntimeError(Fault::kInvalidPicture, "Loading " + path);
 }
 
 // Every letter half as wide as the font is high: near enough to tell where a text stands.

@@ -5,6 +5,7 @@
 
 #include <deque>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -75,7 +76,14 @@ class HeadlessTopWindow : public TopWindow, public HeadlessWindow {
   void SetState(WindowState state) override { state_ = state; }
   void SetTopMost(bool on) override { top_most_ = on; }
 
+  void SetShape(const std::vector<Rect>& runs) override { shape_ = runs; }
+  Size BorderPixels() const override { return border; }
+  void BeginDrag() override { ++drags; }
+
   bool TopMost() const { return top_most_; }
+  const std::vector<Rect>& Shape() const { return shape_; }
+  int drags = 0;
+  Size border;
   /// The user closes it by the taskbar.
   void Close() { client_.OnClose(); }
   /// The window or child whose text is `text`; null when there is none.
@@ -86,6 +94,7 @@ class HeadlessTopWindow : public TopWindow, public HeadlessWindow {
   TopWindowClient& client_;
   WindowState state_ = WindowState::kNormal;
   bool top_most_ = false;
+  std::vector<Rect> shape_;
 };
 
 class HeadlessTray : public TrayIcon {
@@ -126,12 +135,16 @@ class HeadlessDesktop : public WindowSystem {
   void Beep() override { ++beeps; }
   void SetHourglass(bool on) override { hourglass = on; }
   HeadlessTray& Tray() override { return tray_; }
+  Picture LoadPicture(const std::string& path) override;
 
   /// The main window while it exists.
   HeadlessTopWindow* Main() const { return main_; }
 
   Size screen{1920 * 15, 1080 * 15};  ///< twips
   Size pixels_per_inch{96, 96};
+  /// What a picture file decodes to, by the end of its path; a file that is there and not named here is
+  /// corrupt.
+  std::map<std::string, Picture> pictures;
   int beeps = 0;
   bool hourglass = false;
   std::vector<ShownBox> boxes;

@@ -50,6 +50,7 @@ using UniqueHandle = UniqueResource<HANDLE, HandleCloser>;
 using UniqueSearch = UniqueResource<HANDLE, SearchCloser>;
 using UniqueFont = UniqueResource<HFONT, GdiCloser>;
 using UniqueBitmap = UniqueResource<HBITMAP, GdiCloser>;
+using UniqueRegion = UniqueResource<HRGN, GdiCloser>;
 using UniqueMemoryDc = UniqueResource<HDC, MemoryDcCloser>;
 
 }  // namespace orvane

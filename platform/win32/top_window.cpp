@@ -1,6 +1,11 @@
 #include "base/runtime_error.h"
 #include "platform/win32/widget.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <vector>
+
 namespace orvane {
 namespace {
 
@@ -63,6 +68,38 @@ void Win32TopWindow::SetState(WindowState state) {
 void Win32TopWindow::SetTopMost(bool on) {
   ::SetWindowPos(hwnd(), on ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
                  SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
+}
+
+// One region from all rectangles at once: adding them one by one takes a call for each run of the face.
+void Win32TopWindow::SetShape(const std::vector<Rect>& runs) {
+  std::vector<std::byte> bytes(sizeof(RGNDATAHEADER) + runs.size() * sizeof(RECT));
+  RGNDATAHEADER header{};
+  header.dwSize = sizeof(header);
+  header.iType = RDH_RECTANGLES;
+  header.nCount = static_cast<DWORD>(runs.size());
+  header.nRgnSize = static_cast<DWORD>(runs.size() * sizeof(RECT));
+  std::byte* out = bytes.data() + sizeof(header);
+  for (const Rect& run : runs) {
+    const RECT rect{run.left, run.top, run.right(), run.bottom()};
+    std::memcpy(out, &rect, sizeof(rect));
+    out += sizeof(rect);
+    header.rcBound.left = std::min(header.rcBound.left, rect.left);
+    header.rcBound.right = std::max(header.rcBound.right, rect.right);
+    header.rcBound.top = std::min(header.rcBound.top, rect.top);
+    header.rcBound.bottom = std::max(header.rcBound.bottom, rect.bottom);
+  }
+  std::memcpy(bytes.data(), &header, sizeof(header));
+  UniqueRegion region(::ExtCreateRegion(nullptr, static_cast<DWORD>(bytes.size()),
+                                        reinterpret_cast<const RGNDATA*>(bytes.data())));
+  // From here on the system owns the region, if it took it.
+  if (region && ::SetWindowRgn(hwnd(), region.get(), TRUE) != 0) static_cast<void>(region.release());
+}
+
+// As if the press had been on a caption: the system moves the window until the button is released, in a loop
+// of its own that goes on delivering our events.
+void Win32TopWindow::BeginDrag() {
+  ::ReleaseCapture();
+  ::SendMessageW(hwnd(), WM_NCLBUTTONDOWN, HTCAPTION, 0);
 }
 
 LRESULT Win32TopWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {

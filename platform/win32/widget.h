@@ -105,6 +105,9 @@ class Win32TopWindow : public TopWindow, public Win32Window {
   WindowState State() override;
   void SetState(WindowState state) override;
   void SetTopMost(bool on) override;
+  void SetShape(const std::vector<Rect>& runs) override;
+  Size BorderPixels() const override { return {}; }
+  void BeginDrag() override;
 
  protected:
   LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;

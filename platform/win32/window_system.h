@@ -33,6 +33,7 @@ class Win32WindowSystem : public WindowSystem {
   void Beep() override;
   void SetHourglass(bool on) override;
   TrayIcon& Tray() override { return tray_; }
+  Picture LoadPicture(const std::string& path) override;
 
  private:
   EventWindow& events_;

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "platform/headless/desktop.h"
+#include "platform/headless/files.h"
+#include "platform/headless/profile_store.h"
+#include "platform/headless/serial_port.h"
+#include "platform/headless/virtual_time.h"
+#include "tests/support/simulated_line.h"
+#include "tests/support/temp_folder.h"
+#include "window/orvane.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+/// The whole program on the headless platform with the simulated meter on its line.
+class Program {
+ public:
+  explicit Program(sim::MeterOptions meter = {}, std::int32_t start_tick = 0)
+      : time(start_tick), line(time, port, std::move(meter)) {}
+
+  /// Starts the program; false when it ended during its start.
+  bool Start() {
+    return StillRuns([this] {
+      orvane = std::make_unique<Orvane>(platform);
+      orvane->Form_Load();
+    });
+  }
+  /// Lets time pass; false when the program ended.
+  bool RunFor(std::int64_t ms) {
+    return StillRuns([&] { time.RunFor(ms); });
+  }
+  bool RunUntil(const std::function<bool()>& condition, std::int64_t limit_ms) {
+    bool met = false;
+    StillRuns([&] { met = time.RunUntil(condition, limit_ms); });
+    return met;
+  }
+  /// Start-up and search, until the meter is asked for its readings.
+  bool StartStreaming() {
+    return Start() && RunUntil([this] { return orvane->Link().Flags().MeterFound; }, 60000);
+  }
+  /// Closes the window as the user does; true when the process ended by it.
+  bool Close() {
+    return !StillRuns([this] { desktop.Main()->Close(); });
+  }
+  bool Ended() const { return ended_; }
+
+  std::string SettingsPath() { return folder.Path() + "/Orvane.dat"; }
+  std::string SettingsText() { return files.Content(SettingsPath()).value_or("(no file)"); }
+  /// Commands as the meter heard them, in order.
+  std::vector<std::string> Commands() const {
+    std::vector<std::string> texts;
+    for (const auto& record : line.Meter.Log().Commands)
+      texts.push_back(record.Text);
+    return texts;
+  }
+
+  const std::string& Fwd() const { return orvane->Meter().forward.dbxPower->digitdisplay(); }
+  const std::string& Ref() const { return orvane->Meter().reflected.dbxPower->digitdisplay(); }
+  const std::string& Ratio() const { return orvane->Meter().dbxVSWR->digitdisplay(); }
+  const std::string& Status() const { return orvane->Meter().lblShowStatus->Caption(); }
+  int Lit(const GraphControls& graph) const {
+    int lit = 0;
+    for (const auto& shape : graph.shpGraph)
+      lit += shape->BackStyle();
+    return lit;
+  }
+
+  TempFolder folder;
+  VirtualTime time;
+  HeadlessSerialPort port{time};
+  HeadlessDesktop desktop{time};
+  HeadlessFiles files{folder.Path()};
+  HeadlessProfileStore profiles{files};
+  HeadlessInstance instance;
+  Platform platform{time, time, port, profiles, files, desktop, instance};
+  SimulatedLine line;
+  std::unique_ptr<Orvane> orvane;
+
+ private:
+  template <typename Step>
+  bool StillRuns(Step step) {
+    if (ended_) return false;
+    try {
+      step();
+    } catch (const ProcessEnded&) {
+      ended_ = true;
+    }
+    return !ended_;
+  }
+  bool ended_ = false;
+};
+
+}  // namespace orvane

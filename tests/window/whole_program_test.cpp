@@ -1,0 +1,237 @@
+#include "tests/support/program.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <map>
+
+namespace orvane {
+namespace {
+
+sim::MeterOptions Quick() {
+  sim::MeterOptions options;
+  options.Baud = 38400;
+  return options;
+}
+
+TEST(WholeProgram, StartSendsExactlyTheSearchSequenceWithItsPacing) {
+  Program program(Quick());
+  ASSERT_TRUE(program.StartStreaming());
+  program.RunFor(100);
+  const std::vector<std::string> expected{"D0", "v?", "D0", "B?", "b?", "U?", "W?", "w?", "C?", "I?",
+                                          "l?", "L?", "M?", "P?", "R?", "S?", "T?", "t?", "V?", "D1"};
+  EXPECT_EQ(program.Commands(), expected);
+  const auto& writes = program.port.Writes();
+  ASSERT_EQ(writes.size(), expected.size());
+  EXPECT_EQ(writes[0].bytes,
+            "\x02"
+            "D0\x03"
+            "71\r");
+  EXPECT_EQ(writes[1].bytes,
+            "\x02v?\x03"
+            "BB\r");
+  EXPECT_EQ(writes.back().bytes,
+            "\x02"
+            "D1\x03"
+            "C0\r");
+  EXPECT_GT(writes[1].at - writes[0].at, 250);
+  EXPECT_GT(writes[2].at - writes[1].at, 250);
+  for (std::size_t i = 3; i + 1 < writes.size(); ++i)
+    EXPECT_GT(writes[i].at - writes[i - 1].at, 50) << expected[i];
+  EXPECT_GT(writes.back().at - writes[writes.size() - 2].at, 300);
+}
+
+TEST(WholeProgram, ShowsWhatTheMeterSends) {
+  Program program(Quick());
+  ASSERT_TRUE(program.StartStreaming());
+  program.line.Meter.SetPower(1000, 40);
+  program.RunFor(3000);
+  EXPECT_EQ(program.Fwd(), "960");
+  EXPECT_EQ(program.Ref(), "40");
+  EXPECT_EQ(program.Ratio(), "1.50");
+  EXPECT_GT(program.Lit(program.orvane->Meter().forward), 20);
+  EXPECT_EQ(program.orvane->Meter().lblPort->Caption(), "2");
+  program.line.Meter.SetPower(0, 0);
+  program.RunFor(4000);
+  EXPECT_EQ(program.Fwd(), "0");
+  EXPECT_EQ(program.Ratio(), "");
+  EXPECT_EQ(program.Lit(program.orvane->Meter().forward), 0);
+}
+
+TEST(WholeProgram, FindsAMeterAtEachOfItsSpeeds) {
+  for (const int baud : {38400, 19200, 9600}) {
+    sim::MeterOptions options;
+    options.Baud = baud;
+    Program program(options);
+    ASSERT_TRUE(program.StartStreaming()) << baud;
+    EXPECT_EQ(program.orvane->Settings().BaudRate, std::to_string(baud));
+  }
+}
+
+TEST(WholeProgram, ASecondCopySaysSoAndTouchesNothing) {
+  Program program(Quick());
+  program.instance.other_copy_runs = true;
+  EXPECT_FALSE(program.Start());
+  ASSERT_EQ(program.desktop.boxes.size(), 1U);
+  EXPECT_EQ(program.desktop.boxes[0].text, "Orvane Lite is Already Running. Just 1 Instance Is Required.");
+  EXPECT_EQ(program.desktop.boxes[0].title, "Orvane Lite");
+  EXPECT_EQ(program.desktop.boxes[0].style, BoxStyle::kInformation);
+  EXPECT_EQ(program.SettingsText(), "(no file)");
+  EXPECT_TRUE(program.port.Writes().empty());
+  EXPECT_FALSE(program.desktop.Tray().Shown());
+}
+
+TEST(WholeProgram, ClosingStopsTheStreamAndKeepsTheSettings) {
+  Program program(Quick());
+  ASSERT_TRUE(program.StartStreaming());
+  EXPECT_TRUE(program.desktop.Tray().Shown());
+  EXPECT_EQ(program.desktop.Tray().Tip(), "Orvane Lite For Quorran");
+  program.desktop.Main()->MoveTo({3000, 1500});
+  program.desktop.Main()->Find("500 Watts Full Scale Fixed")->Click();
+  const std::int64_t before = program.time.Now();
+  EXPECT_TRUE(program.Close());
+  EXPECT_EQ(program.Commands().back(), "D0");
+  EXPECT_FALSE(program.port.PortOpen());
+  EXPECT_FALSE(program.desktop.Tray().Shown());
+  EXPECT_LT(program.time.Now() - before, 2000);
+  EXPECT_EQ(program.SettingsText(),
+            "[USER-SETTINGS]\r\nFORM-ON-TOP=False\r\nFORM-TOP=1500\r\nFORM-LEFT=3000\r\nFORM-REGION=1\r\n"
+            "F-PWR-INDEX=3\r\nR-PWR-INDEX=8\r\nCLIENT-APP=OVClient\r\nCLIENT-MSG-ID=14300\r\n"
+            "[METER-SETTINGS]\r\nPKTNOTIFY=False\r\n");
+}
+
+TEST(WholeProgram, ClosingWithoutAPortSkipsTheLink) {
+  Program program(Quick());
+  ASSERT_TRUE(program.files.Replace(program.SettingsPath(), "[METER-SETTINGS]\r\nCOMM-PORT=0\r\n"));
+  ASSERT_TRUE(program.Start());
+  program.RunFor(1500);
+  ASSERT_EQ(program.desktop.boxes.size(), 1U);
+  EXPECT_EQ(program.desktop.boxes[0].text, "Comm Port = 0 No Port Selected. Please Select a Comm Port.");
+  EXPECT_EQ(program.desktop.boxes[0].title, "No Port Selected");
+  const std::int64_t before = program.time.Now();
+  EXPECT_TRUE(program.Close());
+  EXPECT_LT(program.time.Now() - before, 400);
+  EXPECT_TRUE(program.port.Writes().empty());
+  EXPECT_NE(program.SettingsText().find("FORM-TOP=100"), std::string::npos);
+}
+
+TEST(WholeProgram, SavedRangesComeBackWithTheMeter) {
+  Program program(Quick());
+  ASSERT_TRUE(
+      program.files.Replace(program.SettingsPath(), "[USER-SETTINGS]\r\nF-PWR-INDEX=4\r\nR-PWR-INDEX=2\r\n"));
+  ASSERT_TRUE(program.StartStreaming());
+  EXPECT_EQ(program.orvane->Meter().forward.lblScale[2]->Caption(), "1000");
+  EXPECT_EQ(program.orvane->Meter().reflected.lblScale[2]->Caption(), "50");
+}
+
+TEST(WholeProgram, PositionsOutsideTheScreenGoToTheDefault) {
+  struct Row {
+    const char* left;
+    const char* top;
+    Point place;
+  };
+  // A screen of 28800 x 16200 twips, a window 9600 wide.
+  const Row rows[] = {{"-1", "200", {100, 200}},
+                      {"19200", "15700", {19200, 15700}},
+                      {"19201", "0", {100, 0}},
+                      {"500", "15701", {500, 100}},
+                      {"0", "-5", {0, 100}}};
+  for (const Row& row : rows) {
+    Program program(Quick());
+    ASSERT_TRUE(program.files.Replace(
+        program.SettingsPath(),
+        std::string("[USER-SETTINGS]\r\nFORM-LEFT=") + row.left + "\r\nFORM-TOP=" + row.top + "\r\n"));
+    ASSERT_TRUE(program.Start());
+    const Rect place = program.desktop.Main()->Bounds();
+    EXPECT_EQ((Point{place.left, place.top}), row.place) << row.left << ", " << row.top;
+  }
+}
+
+TEST(WholeProgram, ASettingThatIsNoNumberIsNamedOnceAndTheFileIsLeftAlone) {
+  Program program(Quick());
+  const std::string text = "[USER-SETTINGS]\r\nFORM-TOP=abc\r\nFORM-LEFT=700\r\n";
+  ASSERT_TRUE(program.files.Replace(program.SettingsPath(), text));
+  ASSERT_TRUE(program.Start());
+  ASSERT_EQ(program.desktop.boxes.size(), 1U);
+  EXPECT_NE(program.desktop.boxes[0].text.find("FORM-TOP"), std::string::npos);
+  EXPECT_NE(program.desktop.boxes[0].text.find("abc"), std::string::npos);
+  EXPECT_EQ(program.desktop.Main()->Bounds().top, 100);
+  EXPECT_EQ(program.desktop.Main()->Bounds().left, 700);
+  EXPECT_EQ(program.SettingsText(), text);
+}
+
+// The box is open for ten seconds; the lines that come meanwhile are shown as they come.
+TEST(WholeProgram, ReadingsGoOnWhileABoxIsOpen) {
+  Program program(Quick());
+  ASSERT_TRUE(program.StartStreaming());
+  program.line.Meter.SetPower(100, 0);
+  program.RunFor(2000);
+  program.line.Meter.SetPower(700, 0);
+  program.desktop.box_ms = 5000;
+  std::string shown;
+  program.time.Post(EventKind::kTimer, 0, [&] {
+    program.desktop.ShowMessageBox("any", "any", BoxStyle::kPlain);
+    shown = program.Fwd();
+  });
+  program.RunFor(6000);
+  EXPECT_EQ(shown, "700");
+}
+
+TEST(WholeProgram, AFramingErrorSearchesAgainOnceAndStreamsOn) {
+  Program program(Quick());
+  ASSERT_TRUE(program.StartStreaming());
+  program.RunFor(1000);
+  for (int i = 0; i < 20; ++i)
+    program.port.Raise(CommEvent::kFrame);
+  program.RunFor(1);
+  EXPECT_EQ(program.Status(), "Re-Synching");
+  EXPECT_EQ(program.orvane->Meter().lblShowStatus->ForeColor(), 255U);
+  program.RunFor(10000);
+  const auto commands = program.Commands();
+  EXPECT_EQ(std::count(commands.begin(), commands.end(), "v?"), 2);
+  EXPECT_EQ(commands.back(), "D1");
+  program.line.Meter.SetPower(50, 0);
+  program.RunFor(3000);
+  EXPECT_EQ(program.Fwd(), "50");
+}
+
+TEST(WholeProgram, TenFailedAttemptsAskTheOperatorOnce) {
+  Program program(Quick());
+  program.line.Meter.SetMute(true);
+  program.desktop.answers = {BoxAnswer::kOk, BoxAnswer::kCancel};
+  ASSERT_TRUE(program.Start());
+  program.RunFor(200000);
+  ASSERT_EQ(program.desktop.boxes.size(), 2U);
+  EXPECT_EQ(
+      program.desktop.boxes[0].text,
+      "Orvane Meter Not Detected. Please verify connections and power to meter. Click OK to try again.");
+  EXPECT_EQ(program.desktop.boxes[0].title, "Meter Not Detected");
+  EXPECT_EQ(program.desktop.boxes[0].style, BoxStyle::kOkCancel);
+  EXPECT_TRUE(program.orvane->Link().Flags().SearchAbandoned);
+  EXPECT_TRUE(program.Close());
+}
+
+TEST(WholeProgram, ModeReportedByTheMeterIsTakenOver) {
+  Program program(Quick());
+  ASSERT_TRUE(program.StartStreaming());
+  ASSERT_TRUE(program.line.Meter.ChangeAtMeter("M2"));
+  program.line.Pump();
+  program.RunFor(100);
+  EXPECT_EQ(program.orvane->Meter().shpMode[2]->FillStyle(), Shape::kSolid);
+  EXPECT_EQ(program.orvane->Meter().shpMode[0]->FillStyle(), Shape::kTransparent);
+}
+
+TEST(WholeProgram, RunsOverTheEndsOfTheTickCount) {
+  for (const std::int32_t start : {2147483647 - 20000, 2147483647 - 3000, -2147483647, -2000}) {
+    Program program(Quick(), start);
+    program.line.Meter.SetPower(100, 0);
+    ASSERT_TRUE(program.Start());
+    program.RunFor(60000);
+    program.line.Meter.SetPower(200, 0);
+    program.RunFor(5000);
+    EXPECT_EQ(program.Fwd(), "200") << "start tick " << start;
+    EXPECT_TRUE(program.Close());
+  }
+}
+
+}  // namespace
+}  // namespace orvane

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "display/display_mode.h"
+#include "display/indicators.h"
+#include "display/meter_controls.h"
+#include "display/mode_panel.h"
+#include "display/power_display.h"
+#include "forms/form.h"
+#include "forms/timer.h"
+#include "link/meter_link.h"
+#include "platform/platform.h"
+#include "settings/ov_user_settings.h"
+#include "settings/user_settings.h"
+#include "window/face_builder.h"
+#include "window/link_settings_adapter.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace orvane {
+
+inline constexpr std::string_view kCaption = "Orvane Lite";
+
+/// The main window, and the only place that knows every subsystem: it owns them in the order in which they
+/// need each other, and hands on what one has to tell another.
+class Orvane : private LinkEvents {
+ public:
+  /// Unload code: end at once and do nothing else.
+  static constexpr std::int16_t kEndAtOnce = 100;
+
+  explicit Orvane(Platform& platform);
+  Orvane(const Orvane&) = delete;
+  Orvane& operator=(const Orvane&) = delete;
+
+  /// Start-up, once. Afterwards timers, the port and the user drive the program.
+  void Form_Load();
+  /// Shutdown; ends the process. A call during the shutdown does nothing.
+  void Form_Unload(std::int16_t cancel);
+
+  const MeterControls& Meter() const { return meter_controls_; }
+  const FormControls& Controls() const { return form_controls_; }
+  const UserSettings& Settings() const { return settings_; }
+  const MeterLink& Link() const { return link_; }
+
+ private:
+  // What the link tells
+  void LineHandled() override { display_.OnMeterLine(); }
+  void RxActivity() override { lights_.ShowRx(); }
+  void TxActivity() override { lights_.ShowTx(); }
+  void SetModeCommand() override { modes_.Follow(link_.State().MeterMode); }
+  void ShowStatus(std::string_view text, StatusTone tone) override;
+  void StartClearMessageTimer() override { status_.StartClearTimer(); }
+  void ShowMessageText(std::string_view text) override { form_controls_.lblMessage->SetCaption(text); }
+  void Beep() override { platform_.windows.Beep(); }
+  void SetHourglass(bool on) override { platform_.windows.SetHourglass(on); }
+  void EnableFindMeter(bool on) override { TimerFindMeter_.SetEnabled(on); }
+  void ClickFwdPwrRange(std::int16_t index) override { OnForwardRange(index); }
+  void ClickRefPwrRange(std::int16_t index) override { OnReflectedRange(index); }
+  bool InDipMode() const override { return mode_.Dip(); }
+  bool AskOkCancel(std::string_view text, std::string_view title) override;
+  void ShowBox(std::string_view text, std::string_view title) override;
+  void PortLost() override { status_.ShowAlert("Port Lost"); }
+
+  void ConnectHandlers();
+  void OnForwardRange(int index);
+  void OnReflectedRange(int index);
+  void OnFaceMouseUp(const MouseEvent& event);
+  void LoadSettings();
+  void RestorePosition();
+  void RecordPosition();
+  void WindDown();
+
+  Platform& platform_;
+  UserSettings settings_;
+  OVUserSettings settings_file_;
+  Form form_;
+  FormControls form_controls_;
+  MeterControls meter_controls_;
+  DisplayMode mode_;
+  StatusLine status_;
+  ActivityLights lights_;
+  LinkSettingsAdapter link_settings_;
+  MeterLink link_;
+  PowerDisplay display_;
+  ModePanel modes_;
+  Timer TimerFindMeter_;
+  bool closing_ = false;
+};
+
+}  // namespace orvane
