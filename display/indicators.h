@@ -57,7 +57,7 @@ class StatusLine {
 // The status line is a small display: dark blue on pale, and turned to red on black for an alert. Neither
 // colour can be read on the other's ground, nor both on one.
 inline constexpr Color kStatusColor = MakeColor(0, 0, 128);
-inline constexpr Color kStatusGround = MakeColor(198, 212, 204);
+inline constexpr Color kStatusGround = MakeColor(0xDB, 0xE4, 0xDF);
 inline constexpr Color kAlertColor = MakeColor(255, 0, 0);
 inline constexpr Color kAlertGround = MakeColor(0, 0, 0);
 

@@ -14,17 +14,17 @@ namespace {
 
 constexpr Color kCyan = MakeColor(0, 255, 255);
 constexpr Color kRed = MakeColor(255, 0, 0);
-constexpr Color kDarkSegment = MakeColor(17, 24, 28);
-constexpr Color kCaption = MakeColor(214, 222, 228);
-constexpr Color kMessageText = MakeColor(255, 206, 120);
-constexpr Color kLampDark = MakeColor(58, 22, 20);
-constexpr Color kLampLit = MakeColor(255, 64, 48);
-constexpr Color kMarkerDark = MakeColor(22, 32, 36);
-constexpr Color kMarkerLit = MakeColor(120, 230, 255);
+constexpr Color kDarkReflected = MakeColor(0x2A, 0x12, 0x14);
+constexpr Color kDarkForward = MakeColor(0x0F, 0x25, 0x28);
+constexpr Color kCaption = MakeColor(0xDB, 0xE3, 0xE9);
+constexpr Color kMessageText = MakeColor(0xFF, 0xBD, 0x5A);
+constexpr Color kLampDark = MakeColor(0x2B, 0x14, 0x16);
+constexpr Color kLampLit = MakeColor(0xFF, 0x3B, 0x30);
+constexpr Color kMarkerDark = MakeColor(0x2B, 0x32, 0x39);
+constexpr Color kMarkerLit = MakeColor(0xFF, 0xB0, 0x2E);
 constexpr Color kRing = MakeColor(10, 12, 14);
-constexpr Color kTick = MakeColor(170, 182, 190);
-constexpr Color kLightOn = MakeColor(110, 255, 120);
-constexpr Color kLightOff = MakeColor(26, 56, 30);
+constexpr Color kLightOn = MakeColor(0x43, 0xE0, 0x8A);
+constexpr Color kLightOff = MakeColor(0x12, 0x33, 0x1F);
 
 constexpr Shape::Look kAlarmLook{Shape::Form::kEllipse, kLampLit, kLampLit, kLampDark, kRing};
 constexpr Shape::Look kMarkerLook{Shape::Form::kEllipse, kMarkerLit, kMarkerLit, kMarkerDark, kRing};
@@ -46,12 +46,14 @@ std::string_view RangeToolTip(const std::array<FixedRange, 8>& ranges, int i) {
   return i == kAutoRange ? kAutoToolTip : ranges[static_cast<std::size_t>(i)].tool_tip;
 }
 
-void BuildBar(WindowSystem& windows, Form& form, const layout::Graph& place, Color color, Color last_color,
+void BuildBar(WindowSystem& windows, Form& form, const layout::Graph& place, Color color, Color dark_color,
               GraphControls& graph) {
   graph.pbxGraph = std::make_unique<PictureBox>(windows, form, place.frame);
   for (int i = 0; i < static_cast<int>(kBarShapes); ++i) {
-    const Color back = i == kLastSegment + 1 ? last_color : color;
-    const auto dark = i == kLastSegment + 1 ? std::nullopt : std::optional<Color>(kDarkSegment);
+    // The last shape stands outside the bar, red in both, and is never driven.
+    const bool outside = i == kLastSegment + 1;
+    const Color back = outside ? kRed : color;
+    const auto dark = outside ? std::nullopt : std::optional<Color>(dark_color);
     graph.shpGraph[static_cast<std::size_t>(i)] = std::make_unique<Shape>(
         *graph.pbxGraph, layout::Across(layout::kFirstSegment, layout::kSegmentPitch, i),
         Shape::Look{Shape::Form::kRectangle, back, back, dark, std::nullopt});
@@ -145,7 +147,8 @@ void BuildStatusRow(WindowSystem& windows, Form& form, MeterControls& controls) 
 
 }  // namespace
 
-void BuildFormControls(WindowSystem& windows, Form& form, FormControls& controls) {
+FormControls BuildFormControls(WindowSystem& windows, Form& form) {
+  FormControls controls;
   controls.lblMessage =
       std::make_unique<Label>(windows, form, layout::kMessage,
                               Label::Look{{"Arial", 240, true}, kMessageText, Align::kCenter, std::nullopt});
@@ -156,13 +159,15 @@ void BuildFormControls(WindowSystem& windows, Form& form, FormControls& controls
   controls.cmdHelp = NewButton(windows, form, layout::kHelpButton, "?", "Help");
   controls.cmdMinimize = NewButton(windows, form, layout::kMinimize, "_", "Minimize");
   controls.cmdClose = NewButton(windows, form, layout::kClose, "x", "Close");
+  return controls;
 }
 
-void BuildMeterControls(WindowSystem& windows, Form& form, MeterControls& controls) {
-  BuildBar(windows, form, layout::kForward, kCyan, kRed, controls.forward);
+MeterControls BuildMeterControls(WindowSystem& windows, Form& form) {
+  MeterControls controls;
+  BuildBar(windows, form, layout::kForward, kCyan, kDarkForward, controls.forward);
   controls.forward.dbxPower =
       std::make_unique<OVDigitBox>(windows, form, layout::kForward.readout, OVDigitBox::kWholeFormat, "0");
-  BuildBar(windows, form, layout::kReflected, kRed, kRed, controls.reflected);
+  BuildBar(windows, form, layout::kReflected, kRed, kDarkReflected, controls.reflected);
   controls.reflected.dbxPower =
       std::make_unique<OVDigitBox>(windows, form, layout::kReflected.readout, OVDigitBox::kWholeFormat, "0");
   controls.dbxVSWR =
@@ -173,6 +178,7 @@ void BuildMeterControls(WindowSystem& windows, Form& form, MeterControls& contro
   controls.shpResetAlarm = std::make_unique<Shape>(form, layout::kResetLamp, kAlarmLook);
   controls.cmdResetAlarms = NewButton(windows, form, layout::kResetButton, "Reset", "Reset Alarms");
   BuildStatusRow(windows, form, controls);
+  return controls;
 }
 
 }  // namespace orvane

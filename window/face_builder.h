@@ -17,7 +17,7 @@ struct FormControls {
 };
 
 /// Makes the controls at their design places, in the order in which the face is read.
-void BuildFormControls(WindowSystem& windows, Form& form, FormControls& controls);
-void BuildMeterControls(WindowSystem& windows, Form& form, MeterControls& controls);
+FormControls BuildFormControls(WindowSystem& windows, Form& form);
+MeterControls BuildMeterControls(WindowSystem& windows, Form& form);
 
 }  // namespace orvane

@@ -13,7 +13,7 @@ inline constexpr Size kFullFace{9600, 3900};
 inline constexpr Size kShortFace{9600, 1860};
 
 // Title row
-inline constexpr Rect kMessage{1980, 150, 3000, 360};
+inline constexpr Rect kMessage{2010, 195, 2940, 270};
 inline constexpr std::array<Rect, 3> kMenuButtons{
     {{5280, 180, 720, 300}, {6060, 180, 840, 300}, {6960, 180, 600, 300}}};
 inline constexpr Rect kHelpButton{7860, 180, 360, 300};
@@ -43,16 +43,16 @@ inline constexpr Rect kFirstRangeMarker{45, 90, 90, 90};
 
 // Third row
 inline constexpr Rect kModePanel{300, 2700, 3300, 630};
-inline constexpr int kModePitch = 795;
-inline constexpr Rect kFirstModeButton{225, 270, 540, 300};
-inline constexpr Rect kFirstModeMarker{75, 375, 90, 90};
-inline constexpr Rect kResetButton{4140, 2970, 1320, 300};
-inline constexpr Rect kResetLamp{3900, 3045, 150, 150};
+inline constexpr int kModePitch = 810;
+inline constexpr Rect kFirstModeButton{180, 150, 615, 330};
+inline constexpr Rect kFirstModeMarker{60, 270, 90, 90};
+inline constexpr Rect kResetButton{3990, 2850, 1200, 330};
+inline constexpr Rect kResetLamp{3855, 2970, 90, 90};
 inline constexpr Rect kVSWR{6615, 3000, 1200, 420};
 
 // Status row
-inline constexpr Rect kStatus{330, 3480, 3300, 240};
-inline constexpr Rect kPort{3750, 3510, 480, 180};
+inline constexpr Rect kStatus{330, 3480, 3240, 240};
+inline constexpr Rect kPort{3735, 3510, 285, 180};
 inline constexpr Rect kRxLight{4320, 3510, 180, 180};
 inline constexpr Rect kTxLight{4620, 3510, 180, 180};
 inline constexpr Rect kSWRLamp{5280, 3525, 150, 150};

@@ -2,26 +2,24 @@
 
 #include "link/link_settings.h"
 #include "settings/ov_user_settings.h"
-#include "settings/user_settings.h"
 
 namespace orvane {
 
 /// Lets the link use the kept settings without knowing their file.
 class LinkSettingsAdapter : public LinkSettings {
  public:
-  LinkSettingsAdapter(UserSettings& settings, OVUserSettings& file) : settings_(settings), file_(file) {}
+  explicit LinkSettingsAdapter(OVUserSettings& kept) : kept_(kept) {}
 
-  std::string CommPort() const override { return settings_.CommPort; }
-  std::string BaudRate() const override { return settings_.BaudRate; }
-  void SetBaudRate(std::string_view speed) override { settings_.BaudRate = speed; }
-  bool PktNotify() const override { return settings_.PktNotify; }
-  std::int16_t FPwrIndex() const override { return settings_.FPwrIndex; }
-  std::int16_t RPwrIndex() const override { return settings_.RPwrIndex; }
-  void SaveMeterSettings() override { file_.SaveMeterSettings(settings_); }
+  std::string CommPort() const override { return kept_.Settings().CommPort; }
+  std::string BaudRate() const override { return kept_.Settings().BaudRate; }
+  void SetBaudRate(std::string_view speed) override { kept_.Settings().BaudRate = speed; }
+  bool PktNotify() const override { return kept_.Settings().PktNotify; }
+  std::int16_t FPwrIndex() const override { return kept_.Settings().FPwrIndex; }
+  std::int16_t RPwrIndex() const override { return kept_.Settings().RPwrIndex; }
+  void SaveMeterSettings() override { kept_.SaveMeterSettings(); }
 
  private:
-  UserSettings& settings_;
-  OVUserSettings& file_;
+  OVUserSettings& kept_;
 };
 
 }  // namespace orvane

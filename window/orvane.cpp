@@ -19,24 +19,21 @@ int TwipsPerPixel(int pixels_per_inch) {
 
 Orvane::Orvane(Platform& platform)
     : platform_(platform),
-      settings_file_(platform.profiles, platform.files, platform.clock),
+      kept_(platform.profiles, platform.files, platform.clock,
+            [this](const std::string& port) { meter_controls_.lblPort->SetCaption(port); }),
       form_(platform.windows, kCaption, layout::kFullFace),
-      status_((BuildFormControls(platform.windows, form_, form_controls_),
-               BuildMeterControls(platform.windows, form_, meter_controls_), platform.windows),
-              platform.clock, *meter_controls_.lblShowStatus),
+      form_controls_(BuildFormControls(platform.windows, form_)),
+      meter_controls_(BuildMeterControls(platform.windows, form_)),
+      status_(platform.windows, platform.clock, *meter_controls_.lblShowStatus),
       lights_(platform.windows, platform.clock, meter_controls_),
-      link_settings_(settings_, settings_file_),
+      link_settings_(kept_),
       link_(platform.clock, platform.pump, platform.port, link_settings_, *this),
-      display_(platform.windows, platform.clock, platform.pump, meter_controls_, link_.State(), link_.Lists(),
-               mode_, [](std::int32_t) {}),
+      display_(platform.windows, platform.clock, platform.pump, meter_controls_, link_.State(),
+               link_.Lists().Auto, mode_, [](std::int32_t) {}),
       modes_(meter_controls_, mode_),
       TimerFindMeter_(platform.windows, platform.clock, kFindMeterMs) {
   form_.SetBackColor(kFaceColor);
   ConnectHandlers();
-}
-
-Orvane::~Orvane() {
-  platform_.port.SetListener(nullptr);
 }
 
 void Orvane::ConnectHandlers() {
@@ -63,12 +60,12 @@ void Orvane::ConnectHandlers() {
 }
 
 void Orvane::OnForwardRange(int index) {
-  settings_.FPwrIndex = static_cast<std::int16_t>(index);
+  kept_.Settings().FPwrIndex = static_cast<std::int16_t>(index);
   display_.ChooseForwardRange(index);
 }
 
 void Orvane::OnReflectedRange(int index) {
-  settings_.RPwrIndex = static_cast<std::int16_t>(index);
+  kept_.Settings().RPwrIndex = static_cast<std::int16_t>(index);
   display_.ChooseReflectedRange(index);
 }
 

@@ -40,7 +40,7 @@ class Orvane : private LinkEvents {
 
   const MeterControls& Meter() const { return meter_controls_; }
   const FormControls& Controls() const { return form_controls_; }
-  const UserSettings& Settings() const { return settings_; }
+  const UserSettings& Settings() const { return kept_.Settings(); }
   const MeterLink& Link() const { return link_; }
 
  private:
@@ -72,8 +72,7 @@ class Orvane : private LinkEvents {
   void WindDown();
 
   Platform& platform_;
-  UserSettings settings_;
-  OVUserSettings settings_file_;
+  OVUserSettings kept_;
   Form form_;
   FormControls form_controls_;
   MeterControls meter_controls_;

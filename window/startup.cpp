@@ -29,34 +29,36 @@ void Orvane::Form_Load() {
   platform_.windows.Tray().Add(form_.Window(), std::string(kCaption) + " For Quorran");
   LoadSettings();
   form_.Window().Show();
-  settings_file_.LoadMeterSettings(settings_);
-  meter_controls_.lblPort->SetCaption(settings_.CommPort);
+  kept_.LoadMeterSettings();
   RestorePosition();
-  form_.Window().SetTopMost(settings_.FormOnTop);
+  form_.Window().SetTopMost(kept_.Settings().FormOnTop);
   lights_.Reset();
+  if (kept_.Trouble() != SettingsTrouble::kNone) status_.ShowAlert(kept_.TroubleText());
   TimerFindMeter_.SetEnabled(true);
 }
 
 // A value that cannot be read costs that value: the operator is told once which, and its default is used.
 void Orvane::LoadSettings() {
   try {
-    settings_file_.LoadUserSettings(settings_);
-  } catch (const RuntimeError& error) {
-    platform_.windows.ShowMessageBox(error.what(), kCaption, BoxStyle::kInformation);
+    kept_.LoadUserSettings();
+  } catch (const SettingsFault& fault) {
+    platform_.windows.ShowMessageBox(std::string("The settings file holds values that cannot be used:\n\n") +
+                                         fault.what() + "\n\nTheir defaults are used instead.",
+                                     kCaption, BoxStyle::kInformation);
   }
 }
 
 void Orvane::RestorePosition() {
   const Size screen = platform_.windows.ScreenSize();
-  form_.Window().MoveTo({InBounds(settings_.FormLeft, screen.width - form_.Width()),
-                         InBounds(settings_.FormTop, screen.height - kLowestTopMargin)});
+  form_.Window().MoveTo({InBounds(kept_.Settings().FormLeft, screen.width - form_.Width()),
+                         InBounds(kept_.Settings().FormTop, screen.height - kLowestTopMargin)});
 }
 
 void Orvane::RecordPosition() {
   const Size screen = platform_.windows.ScreenSize();
   const Rect place = form_.Window().Bounds();
-  settings_.FormLeft = InBounds(place.left, screen.width - place.width);
-  settings_.FormTop = InBounds(place.top, screen.height - kLowestTopMargin);
+  kept_.Settings().FormLeft = InBounds(place.left, screen.width - place.width);
+  kept_.Settings().FormTop = InBounds(place.top, screen.height - kLowestTopMargin);
 }
 
 // Every step is tried, whatever became of the one before; nothing may keep the program from ending.
@@ -66,9 +68,9 @@ void Orvane::Form_Unload(std::int16_t cancel) {
   Attempt([this] { platform_.windows.Tray().Remove(); });
   if (cancel != kEndAtOnce) {
     TimerFindMeter_.SetEnabled(false);  // a search must not begin inside the pauses
-    if (!EqualNoCase(settings_.CommPort, "0")) link_.StopAndClose();
+    if (!EqualNoCase(kept_.Settings().CommPort, "0")) link_.StopAndClose();
     Attempt([this] { RecordPosition(); });
-    Attempt([this] { settings_file_.SaveUserSettings(settings_); });
+    Attempt([this] { kept_.SaveUserSettings(); });
     WindDown();
     Attempt([this] { BlockTicks(platform_.clock, kPauseMs); });
   }

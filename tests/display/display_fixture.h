@@ -19,7 +19,6 @@ class DisplayTest : public testing::Test {
  protected:
   DisplayTest() : DisplayTest(0) {}
   explicit DisplayTest(std::int32_t start_tick) : time(start_tick) {
-    BuildMeterControls(desktop, form, controls);
     time.Block(1);  // the clock of a running program is past zero
   }
 
@@ -49,13 +48,13 @@ class DisplayTest : public testing::Test {
   VirtualTime time;
   HeadlessDesktop desktop{time};
   Form form{desktop, "form", {9600, 3900}};
-  MeterControls controls;
+  MeterControls controls{BuildMeterControls(desktop, form)};
   MeterState meter;
   MeterLists lists;
   DisplayMode mode;
   std::vector<std::int32_t> sent;
-  PowerDisplay display{desktop, time,  time, controls,
-                       meter, lists.Auto, mode, [this](std::int32_t w) { sent.push_back(w); }};
+  PowerDisplay display{desktop, time,       time, controls,
+                       meter,   lists.Auto, mode, [this](std::int32_t w) { sent.push_back(w); }};
 };
 
 }  // namespace orvane
