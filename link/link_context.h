@@ -1,0 +1,37 @@
+#pragma once
+
+#include "link/link_events.h"
+#include "link/link_settings.h"
+#include "link/meter_state.h"
+#include "platform/clock.h"
+#include "platform/event_pump.h"
+#include "platform/serial_port.h"
+
+#include <string>
+
+namespace orvane {
+
+/// Where the link stands. Handlers change it inside waits.
+struct LinkFlags {
+  bool MeterFound = false;          ///< the meter answered and was asked for its readings
+  bool ResyncPending = false;       ///< keeps a burst of framing errors from restarting the search again
+  bool MeterSearchRunning = false;  ///< from the first attempt to the meter's answer
+  bool SearchAbandoned = false;     ///< the operator does not want to try again
+  std::string LastCommand;          ///< text of the command given to the transmitter last
+  /// What WaitForAck looks for. The meter's "A" is not stored here, so that its waits take their full time:
+  /// they pace the meter, which acknowledges a setting before it has carried it out.
+  std::string AckText;
+};
+
+/// What the parts of the link share; MeterLink owns the last two.
+struct LinkContext {
+  Clock& clock;
+  EventPump& pump;
+  SerialPort& port;
+  LinkSettings& settings;
+  LinkEvents& events;
+  MeterState& state;
+  LinkFlags& flags;
+};
+
+}  // namespace orvane
