@@ -1,0 +1,70 @@
+#include "link/receiver.h"
+
+#include "base/runtime_error.h"
+#include "link/scoped_true.h"
+
+namespace orvane {
+
+void Receiver::OnComm(CommEvent event) {
+  switch (event) {
+    case CommEvent::kReceive:
+      return Receive();
+    case CommEvent::kSend:
+      return link_.events.TxActivity();
+    case CommEvent::kFrame:
+      return HandleFramingError();
+    case CommEvent::kOverrun:
+      return ShowError("Overrun");
+    case CommEvent::kRxOver:
+      // Saved, and cut into lines with the next arrival.
+      link_.port.TakeReceived(buffer_.Tail());
+      return ShowError("Overflow");
+    case CommEvent::kRxParity:
+      return ShowError("Parity");
+    case CommEvent::kTxFull:
+      return ShowError("Tx Full");
+    case CommEvent::kDCB:
+      return ShowError("DCB Error");
+    case CommEvent::kLost:
+      return HandleLoss();
+    case CommEvent::kCTS:
+    case CommEvent::kDSR:
+    case CommEvent::kCD:
+    case CommEvent::kRing:
+    case CommEvent::kEOF:
+    case CommEvent::kBreak:
+      return;
+  }
+}
+
+void Receiver::Receive() {
+  link_.port.TakeReceived(buffer_.Tail());
+  link_.events.RxActivity();
+  if (!draining_) HandleLines();
+}
+
+void Receiver::HandleLines() {
+  const ScopedTrue guard(draining_);
+  while (buffer_.CutLine(line_)) {
+    Attempt([this] { classifier_.ProcessMessage(line_); });
+    Attempt([this] { link_.events.LineHandled(); });
+  }
+}
+
+void Receiver::HandleFramingError() {
+  ShowError("Re-Synching");
+  if (!link_.flags.MeterFound || link_.flags.ResyncPending) return;
+  // Without its version the meter counts as unknown, and the search asks for it again.
+  link_.state.FirmwareVersion.clear();
+  link_.events.EnableFindMeter(true);
+  link_.flags.ResyncPending = true;
+}
+
+void Receiver::HandleLoss() {
+  link_.port.Close();
+  link_.flags.MeterFound = false;
+  ShowError("Port Lost");
+  link_.events.PortLost();
+}
+
+}  // namespace orvane

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "link/link_context.h"
+#include "link/message_classifier.h"
+#include "link/rx_buffer.h"
+
+#include <string>
+
+namespace orvane {
+
+/// The receiving side of the line. Garbage is no event: bytes are collected until an LF ends a line, a line
+/// that nobody understands is passed over, and the next reading is near. Line errors are shown, never raised;
+/// a framing error means that the speeds have parted, and starts the search again.
+class Receiver : public CommListener {
+ public:
+  Receiver(const LinkContext& link, MessageClassifier& classifier) : link_(link), classifier_(classifier) {}
+
+  /// Bytes that arrive while a line is being shown are appended, and taken in order by the loop that is
+  /// already running: the receive path does not enter itself.
+  void OnComm(CommEvent event) override;
+
+  /// Bytes of an unfinished line, and of lines not yet handled.
+  std::size_t Waiting() const { return buffer_.Size(); }
+
+ private:
+  void Receive();
+  void HandleLines();
+  void ShowError(std::string_view text) { link_.events.ShowStatus(text, StatusTone::kUrgent); }
+  void HandleFramingError();
+  void HandleLoss();
+
+  LinkContext link_;
+  MessageClassifier& classifier_;
+  RxBuffer buffer_;
+  std::string line_;  // the line being handled; kept for its memory
+  bool draining_ = false;
+};
+
+}  // namespace orvane

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace orvane {
+
+/// Everything received and not yet consumed; no limit but the memory. Each byte is looked at once for the end
+/// of a line and moved a bounded number of times, however the bytes arrive.
+class RxBuffer {
+ public:
+  /// What arrived last goes to the end of this text; nothing else may be done to it.
+  std::string& Tail() { return text_; }
+
+  /// Cuts the first line, its LF included, into `line`.
+  /// @return false, with `line` untouched, when no LF is there
+  bool CutLine(std::string& line);
+
+  /// Bytes waiting.
+  std::size_t Size() const { return text_.size() - read_; }
+
+ private:
+  void DropRead();
+
+  std::string text_;
+  std::size_t read_ = 0;     // consumed
+  std::size_t scanned_ = 0;  // looked through without finding an LF
+};
+
+}  // namespace orvane
