@@ -1,0 +1,43 @@
+#include "link/meter_link.h"
+
+#include "base/runtime_error.h"
+#include "base/text.h"
+#include "link/parameter_load.h"
+#include "platform/wait.h"
+
+namespace orvane {
+
+MeterLink::MeterLink(Clock& clock, EventPump& pump, SerialPort& port, LinkSettings& settings,
+                     LinkEvents& events)
+    : link_{clock, pump, port, settings, events, state_, flags_},
+      classifier_(state_, flags_, events, settings),
+      receiver_(link_, classifier_),
+      transmitter_(link_),
+      update_(link_, transmitter_),
+      search_(link_, transmitter_, lists_, update_) {
+  port.SetListener(&receiver_);
+}
+
+MeterLink::~MeterLink() {
+  link_.port.SetListener(nullptr);
+}
+
+void MeterLink::ApplyPortSettings() {
+  link_.settings.SaveMeterSettings();
+  search_.Restart();
+}
+
+void MeterLink::StopAndClose() {
+  constexpr std::int32_t kStillMs = 250;  // for the meter to take the command, and for the driver to close
+  if (EqualNoCase(link_.settings.CommPort(), "0")) return;
+  SetDataFlow(false);
+  Attempt([this] { BlockTicks(link_.clock, kStillMs); });
+  link_.port.Close();
+  Attempt([this] { BlockTicks(link_.clock, kStillMs); });
+}
+
+void MeterLink::LoadMeterParameters(std::int32_t extra_delay) {
+  orvane::LoadMeterParameters(link_, transmitter_, extra_delay);
+}
+
+}  // namespace orvane

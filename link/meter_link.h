@@ -1,0 +1,74 @@
+#pragma once
+
+#include "link/link_context.h"
+#include "link/message_classifier.h"
+#include "link/meter_lists.h"
+#include "link/meter_search.h"
+#include "link/parameter_update.h"
+#include "link/receiver.h"
+#include "link/transmitter.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace orvane {
+
+/// The meter at the other end of the serial line: owns what it said last, and everything that talks to it.
+/// The road of a reading: SerialPort -> Receiver -> MessageClassifier -> handler -> MeterState ->
+/// LinkEvents::LineHandled.
+///
+/// Everything that waits lets events through: another call may come from inside it, and the state is another
+/// one afterwards.
+class MeterLink {
+ public:
+  /// All references must outlive the link. Takes over the port's events.
+  MeterLink(Clock& clock, EventPump& pump, SerialPort& port, LinkSettings& settings, LinkEvents& events);
+  ~MeterLink();
+  MeterLink(const MeterLink&) = delete;
+  MeterLink& operator=(const MeterLink&) = delete;
+
+  const MeterState& State() const { return state_; }
+  const LinkFlags& Flags() const { return flags_; }
+  const MeterLists& Lists() const { return lists_; }
+  ParameterRecord CurrentParameters() const { return orvane::CurrentParameters(state_); }
+
+  /// A tick of `TimerFindMeter`: one attempt to find the meter.
+  void FindMeter() { search_.FindMeter(); }
+  /// After the operator chose another port or speed: keeps them, and searches with them from the beginning.
+  void ApplyPortSettings();
+  /// For the end of the program: stops the readings and closes the port, half a second in all, most of it
+  /// without events. Never fails.
+  void StopAndClose();
+
+  /// Sends one command; see Transmitter.
+  void SendCommand(std::string_view text) { transmitter_.SendCommand(text); }
+  /// Starts or stops the readings, after 50 ms.
+  void SetDataFlow(bool on) { transmitter_.SetDataFlow(on); }
+  void WaitForAck(std::int32_t delay_ms) { transmitter_.WaitForAck(delay_ms); }
+
+  /// Asks for all parameters; see parameter_load.h. @throws RuntimeError kOverflow
+  void LoadMeterParameters(std::int32_t extra_delay);
+  /// Makes the lists anew from the replies.
+  void BuildLists() { lists_.Build(state_); }
+
+  /// Changes of the meter's settings; see ParameterUpdate.
+  void UpdateMeterParameters(const ParameterRecord& pending, const ParameterRecord& current) {
+    update_.UpdateMeterParameters(pending, current);
+  }
+  void ChangeSetting(char letter, std::int16_t value) { update_.ChangeSetting(letter, value); }
+  void SendCallMessage(std::string_view text) { update_.SendCallMessage(text); }
+  void ShowCallMessage(std::string_view text, bool useGiven) { update_.ShowCallMessage(text, useGiven); }
+
+ private:
+  MeterState state_;
+  LinkFlags flags_;
+  MeterLists lists_;
+  LinkContext link_;
+  MessageClassifier classifier_;
+  Receiver receiver_;
+  Transmitter transmitter_;
+  ParameterUpdate update_;
+  MeterSearch search_;
+};
+
+}  // namespace orvane

@@ -1,0 +1,145 @@
+#include "link/meter_search.h"
+
+#include "base/runtime_error.h"
+#include "base/text.h"
+#include "link/parameter_load.h"
+#include "link/port_setup.h"
+#include "link/scoped_true.h"
+#include "platform/wait.h"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace orvane {
+namespace {
+
+constexpr std::array<std::string_view, 3> kSpeeds{"38400", "19200", "9600"};
+constexpr std::int16_t kAttemptsBeforeAsking = 10;
+constexpr std::int16_t kLastRangeButton = 8;
+constexpr std::int32_t kSettleMs = 250;
+constexpr std::int32_t kAnswerMs = 1500;
+
+bool IsRangeButton(std::int16_t index) {
+  return index >= 0 && index <= kLastRangeButton;
+}
+
+}  // namespace
+
+void MeterSearch::FindMeter() {
+  if (attempt_running_) return;
+  const ScopedTrue guard(attempt_running_);
+  restarted_ = false;
+  link_.events.EnableFindMeter(false);
+  if (Attempt([this] { TryOnce(); }) || restarted_) return;
+  // Also when the next attempt was due already: a port that cannot be opened is not tried again each second,
+  // with a box each time.
+  link_.events.EnableFindMeter(false);
+  link_.events.ShowBox("Comm Port = 0 No Port Selected. Please Select a Comm Port.", "No Port Selected");
+}
+
+void MeterSearch::TryOnce() {
+  if (!link_.flags.MeterSearchRunning) SetUpPort(link_);
+  link_.flags.MeterSearchRunning = true;
+  OpenPort();
+  transmitter_.SetDataFlow(false);
+  link_.flags.AckText.clear();
+  WaitTicks(link_.clock, link_.pump, kSettleMs);
+  transmitter_.SendCommand("v?");
+  WaitTicks(link_.clock, link_.pump, kSettleMs);
+  if (!Answered()) {
+    WaitTicksUnless(link_.clock, link_.pump, kAnswerMs, [this] { return Answered() || restarted_; });
+  }
+  if (restarted_) return;
+  if (Answered()) {
+    Succeed();
+  } else {
+    Fail();
+  }
+}
+
+void MeterSearch::OpenPort() {
+  if (PortNumber(link_.settings.CommPort()) == 0) {
+    throw RuntimeError(Fault::kInvalidPort, "opening the meter's port: none is chosen");
+  }
+  link_.port.Open();
+}
+
+bool MeterSearch::Answered() const {
+  return ContainsNoCase(link_.state.FirmwareVersion, "Version");
+}
+
+void MeterSearch::Succeed() {
+  LoadMeterParameters(link_, transmitter_, 0);
+  lists_.Build(link_.state);
+  if (link_.state.ParamS != 0) update_.ShowCallMessage(link_.state.MeterCallText.Text(), false);
+  WaitTicks(link_.clock, link_.pump, kSettleMs);
+  if (restarted_) return;
+  RestoreRanges();
+  transmitter_.SetDataFlow(true);
+  link_.flags.MeterFound = true;
+  link_.flags.ResyncPending = false;
+}
+
+void MeterSearch::RestoreRanges() {
+  if (link_.events.InDipMode()) return;
+  const std::int16_t forward = link_.settings.FPwrIndex();
+  if (IsRangeButton(forward)) link_.events.ClickFwdPwrRange(forward);
+  const std::int16_t reflected = link_.settings.RPwrIndex();
+  if (IsRangeButton(reflected)) link_.events.ClickRefPwrRange(reflected);
+}
+
+void MeterSearch::Fail() {
+  link_.port.Close();
+  link_.port.SetSettings(LineSettings(NextBaudRate(BaudRateIndex_)));
+  link_.port.Open();
+}
+
+// The step back to the first speed happens one failure late, so that 38400, which nearly every meter has, is
+// tried twice in each round.
+std::string MeterSearch::NextBaudRate(std::int16_t& BaudRateIndex) {
+  const bool in_list = BaudRateIndex >= 0 && static_cast<std::size_t>(BaudRateIndex) < kSpeeds.size();
+  std::string speed(kSpeeds[in_list ? static_cast<std::size_t>(BaudRateIndex) : 0]);
+  BaudRateIndex = in_list ? static_cast<std::int16_t>(BaudRateIndex + 1) : std::int16_t{0};
+  link_.settings.SetBaudRate(speed);
+  if (SearchAttempts_ == kAttemptsBeforeAsking) {
+    AskToGoOn();
+    link_.settings.SetBaudRate(kSpeeds[0]);
+    return std::string(kSpeeds[0]);
+  }
+  ++SearchAttempts_;
+  link_.events.EnableFindMeter(true);
+  link_.events.ShowStatus(LineSettings(speed), StatusTone::kNormal);
+  link_.settings.SaveMeterSettings();
+  transmitter_.SetDataFlow(false);
+  return speed;
+}
+
+void MeterSearch::AskToGoOn() {
+  const bool again = link_.events.AskOkCancel(
+      "Orvane Meter Not Detected. Please verify connections and power to meter. Click OK to try again.",
+      "Meter Not Detected");
+  if (again) {
+    SearchAttempts_ = 0;
+  } else {
+    link_.flags.SearchAbandoned = true;
+  }
+  link_.events.EnableFindMeter(again);
+}
+
+void MeterSearch::Restart() {
+  link_.port.Close();
+  link_.flags.MeterFound = false;
+  link_.flags.ResyncPending = false;
+  link_.flags.MeterSearchRunning = false;
+  link_.flags.SearchAbandoned = false;
+  link_.state.FirmwareVersion.clear();
+  BaudRateIndex_ = 0;
+  SearchAttempts_ = 0;
+  restarted_ = attempt_running_;
+  // A running attempt may still send; it does so on the port that is wanted now.
+  Attempt([this] { SetUpPort(link_); });
+  link_.events.EnableFindMeter(true);
+}
+
+}  // namespace orvane

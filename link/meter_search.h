@@ -1,0 +1,50 @@
+#pragma once
+
+#include "link/link_context.h"
+#include "link/meter_lists.h"
+#include "link/parameter_update.h"
+#include "link/transmitter.h"
+
+#include <cstdint>
+#include <string>
+
+namespace orvane {
+
+/// Finds the meter: asks for its version at one speed after the other, then loads its parameters and starts
+/// the readings. Each attempt is one tick of `TimerFindMeter`, which is switched on for the next one.
+class MeterSearch {
+ public:
+  MeterSearch(const LinkContext& link, Transmitter& transmitter, MeterLists& lists, ParameterUpdate& update)
+      : link_(link), transmitter_(transmitter), lists_(lists), update_(update) {}
+
+  /// One attempt; lasts about two seconds without a meter, with all events going on. A tick that comes while
+  /// an attempt runs (the meter's notice switches the timer on) is let pass: the timer goes on ticking.
+  void FindMeter();
+
+  /// The speed to try next, also put into the settings: 38400, 19200, 9600, then 38400 twice, and so on. When
+  /// ten attempts have failed before this one, the operator is asked instead whether to go on.
+  std::string NextBaudRate(std::int16_t& BaudRateIndex);
+
+  /// Forgets the meter and everything tried so far, closes the port and searches anew with the kept settings.
+  void Restart();
+
+ private:
+  void TryOnce();
+  void OpenPort();
+  bool Answered() const;
+  void Succeed();
+  void RestoreRanges();
+  void Fail();
+  void AskToGoOn();
+
+  LinkContext link_;
+  Transmitter& transmitter_;
+  MeterLists& lists_;
+  ParameterUpdate& update_;
+  std::int16_t BaudRateIndex_ = 0;   // in the list of speeds, for the attempt after the next failure
+  std::int16_t SearchAttempts_ = 0;  // failures since the operator was asked
+  bool attempt_running_ = false;
+  bool restarted_ = false;  // since the running attempt began
+};
+
+}  // namespace orvane
