@@ -1,0 +1,121 @@
+#include "link/transmitter.h"
+
+#include "tests/link/link_fixture.h"
+
+#include <limits>
+
+namespace orvane {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class TransmitterTest : public LinkTest {
+ protected:
+  using LinkTest::LinkTest;
+};
+
+TEST_F(TransmitterTest, OneFrameInOneWrite) {
+  link.SendCommand("v?");
+  ASSERT_EQ(port.Writes().size(), 1U);
+  EXPECT_EQ(port.Writes()[0].bytes, "\x02\x76\x3F\x03\x42\x42\x0D");
+  EXPECT_EQ(link.Flags().LastCommand, "v?");
+  EXPECT_TRUE(port.PortOpen());
+}
+
+TEST_F(TransmitterTest, AFailedStepIsLeftOut) {
+  port.SetPresent(false);
+  link.SendCommand("A");
+  EXPECT_TRUE(port.Writes().empty());
+  port.SetPresent(true);
+  link.SendCommand("A");
+  port.FailCall(1, Fault::kPortLost);  // dropping the old output
+  link.SendCommand("B?");
+  port.FailCall(2, Fault::kLineBusy);  // writing
+  link.SendCommand("C?");
+  EXPECT_EQ(Commands(), (Texts{"A", "B?"}));
+  EXPECT_EQ(link.Flags().LastCommand, "C?");
+}
+
+TEST_F(TransmitterTest, ANewCommandReplacesOneThatTheLineDidNotTake) {
+  port.Open();
+  port.SetStuck(true);
+  link.SendCommand("T1");
+  link.SendCommand("T2");
+  port.SetStuck(false);
+  EXPECT_EQ(Commands(), (Texts{"T2"}));
+}
+
+TEST_F(TransmitterTest, EventsRunAfterEveryByte) {
+  // Each of the six bytes of "A" lets one more event of a chain through.
+  int steps = 0;
+  struct CountingPump : EventPump {
+    int& count;
+    explicit CountingPump(int& c) : count(c) {}
+    void DeliverPending() override {
+      if (++count == 2) throw RuntimeError(Fault::kOverflow, "in a handler");
+    }
+    void DeliverArrivals() override {}
+    void SleepUntil(std::int32_t) override {}
+    [[noreturn]] void EndProcess() override { throw ProcessEnded{}; }
+  } pump(steps);
+  EXPECT_EQ(StringToBytes("\x02"
+                          "A\x03\xFF",
+                          pump),
+            "\x02"
+            "A\x03\xFF");
+  EXPECT_EQ(steps, 4);
+}
+
+TEST_F(TransmitterTest, ACommandMaySendItselfBetweenTheBytesOfAnother) {
+  time.Post(EventKind::kInput, 0, [this] { link.SendCommand("M1"); });
+  std::string text = "V3";
+  time.Post(EventKind::kInput, 0, [&text] { text = "changed since"; });
+  link.SendCommand(text);
+  EXPECT_EQ(Commands(), (Texts{"M1", "V3"}));
+  EXPECT_EQ(link.Flags().LastCommand, "M1");
+}
+
+TEST_F(TransmitterTest, DataFlowWaitsFirst) {
+  link.SetDataFlow(true);
+  link.SetDataFlow(false);
+  ASSERT_EQ(Commands(), (Texts{"D1", "D0"}));
+  EXPECT_EQ(port.Writes()[0].at, 51);  // past 50
+  EXPECT_EQ(port.Writes()[1].at, 102);
+}
+
+TEST_F(TransmitterTest, AckWaitTakesItsTimeWithEventsGoingOn) {
+  Feed(Line("A"));  // an acknowledgement does not end it
+  int events_run = 0;
+  for (int at : {0, 60, 124, 126})
+    time.Post(EventKind::kInput, at, [&] { ++events_run; });
+  link.WaitForAck(125);
+  EXPECT_EQ(time.Now(), 126);
+  EXPECT_EQ(events_run, 4);
+}
+
+class AtTheWrap : public TransmitterTest {
+ protected:
+  AtTheWrap() : TransmitterTest(std::numeric_limits<std::int32_t>::max() - 100) {}
+};
+
+TEST_F(AtTheWrap, WaitsEndAndCommandsAreSent) {
+  link.WaitForAck(125);  // its deadline lies past the last tick: no wait
+  EXPECT_EQ(time.Now(), std::numeric_limits<std::int32_t>::max() - 100);
+  link.WaitForAck(100);  // up to the last tick
+  EXPECT_EQ(time.GetTickCount(), std::numeric_limits<std::int32_t>::max());
+  link.SetDataFlow(true);  // no room for the 50 ms
+  time.RunFor(1);
+  EXPECT_EQ(time.GetTickCount(), std::numeric_limits<std::int32_t>::min());
+  link.SetDataFlow(false);
+  EXPECT_EQ(Commands(), (Texts{"D1", "D0"}));
+  EXPECT_EQ(port.Writes()[1].at - port.Writes()[0].at, 52);
+}
+
+TEST_F(AtTheWrap, AWaitWhoseClockWrapsUnderItEnds) {
+  time.Post(EventKind::kTimer, 10, [this] { time.Block(200); });
+  link.WaitForAck(50);
+  EXPECT_LT(time.GetTickCount(), 0);
+}
+
+}  // namespace
+}  // namespace orvane
