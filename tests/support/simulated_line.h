@@ -15,14 +15,14 @@ class SimulatedLine {
  public:
   SimulatedLine(VirtualTime& time, HeadlessSerialPort& port, sim::MeterOptions options = {})
       : Meter(std::move(options)), time_(time), port_(port) {
-    port_.SetPeer({[this](std::string_view bytes, std::int64_t now) {
-                     Meter.Receive(bytes, now);
+    port_.SetPeer({[this](std::string_view bytes, std::int64_t) {
+                     Meter.Receive(bytes, Now());
                      Pump();
                    },
                    [this](bool open, std::string_view settings) {
                      Meter.SetPeerBaud(open ? static_cast<int>(Int32Of(Split(settings, ',')[0])) : 0);
                    }});
-    Meter.Run(time_.Now());
+    Meter.Run(Now());
   }
   ~SimulatedLine() {
     time_.Cancel(next_);
@@ -34,18 +34,21 @@ class SimulatedLine {
   /// To be called when the meter was told something by the test rather than by the line.
   void Pump() {
     time_.Cancel(next_);
-    port_.Deliver(Meter.Run(time_.Now()));
+    port_.Deliver(Meter.Run(Now()));
     if (const auto due = Meter.NextDue()) {
-      next_ =
-          time_.Post(EventKind::kArrival, std::max<std::int64_t>(*due - time_.Now(), 0), [this] { Pump(); });
+      next_ = time_.Post(EventKind::kArrival, std::max<std::int64_t>(*due - Now(), 0), [this] { Pump(); });
     }
   }
 
   sim::MeterModel Meter;
 
  private:
+  // The meter was switched on with the program, whatever the tick count reads then.
+  std::int64_t Now() const { return time_.Now() - start_; }
+
   VirtualTime& time_;
   HeadlessSerialPort& port_;
+  std::int64_t start_ = time_.Now();
   VirtualTime::EventId next_;
 };
 
