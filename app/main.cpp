@@ -4,6 +4,7 @@
 #include "platform/win32/files.h"
 #include "platform/win32/profile_store.h"
 #include "platform/win32/serial_port.h"
+#include "platform/win32/shell.h"
 #include "platform/win32/window_system.h"
 #include "window/orvane.h"
 
@@ -16,7 +17,8 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   orvane::Win32Files files;
   orvane::Win32WindowSystem windows(events);
   orvane::Win32SingleInstance instance;
-  orvane::Platform platform{clock, pump, port, profiles, files, windows, instance};
+  orvane::Win32Shell shell;
+  orvane::Platform platform{clock, pump, port, profiles, files, windows, instance, shell};
 
   orvane::Orvane program(platform);
   program.Form_Load();

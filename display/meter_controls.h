@@ -37,6 +37,8 @@ struct MeterControls {
   GraphControls forward;    ///< `pbxPwrGraph`, `shpFwdPwrGraph`, `cmdFwdPwrRange`, `dbxFPower` ...
   GraphControls reflected;  ///< `pbxRefPwrGraph`, `shpRefPwrGraph`, `cmdRefPwrRange`, `dbxRPower` ...
   std::unique_ptr<OVDigitBox> dbxVSWR;
+  std::unique_ptr<Label>
+      lblDipCaption;  ///< over the reflected caption in dip mode: the bar beside it is a VSWR bar
 
   std::unique_ptr<Shape> shpSWRAlarm;
   std::unique_ptr<Label> lblSWRAlarm;

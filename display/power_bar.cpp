@@ -36,6 +36,12 @@ void PowerBar::ClearAll(bool with_events) {
   }
 }
 
+void PowerBar::Restart() {
+  ClearAll(false);
+  level_ = 0;
+  cleared_ = -1;
+}
+
 void PowerBar::Light(std::int16_t level) {
   for (int i = 0; i <= std::min<int>(level, kLastSegment); ++i) {
     shapes_[static_cast<std::size_t>(i)]->SetBackStyle(Shape::kOpaque);

@@ -24,6 +24,8 @@ class PowerBar {
   void Clear(std::int16_t level);
   /// Puts out segments 0..50 whatever their state; `with_events` lets bytes in after each.
   void ClearAll(bool with_events);
+  /// All out, and the next reading is drawn whatever was shown before.
+  void Restart();
   /// Lights segments 0 to `level`, as far as there are any.
   void Light(std::int16_t level);
 

@@ -141,6 +141,12 @@ void PowerDisplay::ChooseReflectedRange(int index) {
   reflected_range_.Choose(index, meter_.MeterRange(), meter_.MeterRow());
 }
 
+void PowerDisplay::RestartBars() {
+  forward_bar_.Restart();
+  reflected_bar_.Restart();
+  dip_level_ = 0;
+}
+
 void PowerDisplay::ResetPowerDisplay() {
   net_forward_ = 0;
   reflected_in_ = 0;

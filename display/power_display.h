@@ -37,12 +37,16 @@ class PowerDisplay {
   void ChooseReflectedRange(int index);
   const GraphRange& ForwardRange() const { return forward_range_; }
   const GraphRange& ReflectedRange() const { return reflected_range_; }
+  GraphRange& ReflectedScale() { return reflected_range_; }
 
   void ClearFwdGraph(std::int16_t level) { forward_bar_.Clear(level); }
   void ClearRefGraph(std::int16_t level) { reflected_bar_.Clear(level); }
   /// Puts out segments 0..50, letting bytes in after each.
   void ClearFwdGraphAll() { forward_bar_.ClearAll(true); }
   void ClearRefGraphAll() { reflected_bar_.ClearAll(false); }
+  /// Puts out both bars and forgets their levels, so that the next line draws them whole: for a change of
+  /// what they show.
+  void RestartBars();
   /// Forgets the shown values and clears the reflected bar.
   void ResetPowerDisplay();
   AlarmLamps& Lamps() { return lamps_; }

@@ -13,6 +13,7 @@ constexpr Color kNormalFace = MakeColor(54, 61, 68);
 constexpr Color kHotTop = MakeColor(92, 103, 113);
 constexpr Color kHotFace = MakeColor(72, 82, 91);
 constexpr Color kPressedFace = MakeColor(36, 41, 46);
+constexpr Color kFocusColor = MakeColor(0xFF, 0xB0, 0x2E);
 constexpr Color kTextColor = MakeColor(232, 238, 242);
 
 }  // namespace
@@ -22,12 +23,26 @@ CommandButton::CommandButton(WindowSystem& windows, WindowedControl& container, 
     : WindowedControl(windows, container, bounds), caption_(caption) {
   SetWindowText(tool_tip.empty() ? caption : tool_tip);
   if (!tool_tip.empty()) SetToolTipText(tool_tip);
+  SetTabStop(true);
 }
 
 void CommandButton::Press() {
   const Point middle{Width() / 2, Height() / 2};
   OnMouse({MouseAction::kDown, kLeftButton, middle});
   OnMouse({MouseAction::kUp, kLeftButton, middle});
+}
+
+// Space presses while it is held and acts when it is let go, as buttons do; Enter acts at once.
+bool CommandButton::KeyPressed(const KeyEvent& event) {
+  if (event.key == Key::kEnter && event.down) {
+    Press();
+    return true;
+  }
+  if (event.key != Key::kSpace) return false;
+  const Point middle{Width() / 2, Height() / 2};
+  if (event.down && !pressed_) OnMouse({MouseAction::kDown, kLeftButton, middle});
+  if (!event.down && pressed_) OnMouse({MouseAction::kUp, kLeftButton, middle});
+  return true;
 }
 
 void CommandButton::PointerChanged(const MouseEvent& event) {
@@ -53,8 +68,9 @@ void CommandButton::PointerChanged(const MouseEvent& event) {
 
 void CommandButton::Paint(Canvas& canvas) const {
   const Rect whole{0, 0, Width(), Height()};
-  const Rect inner{kRim, kRim, Width() - 2 * kRim, Height() - 2 * kRim};
-  canvas.FillRounded(whole, kRadius, kRimColor, 255);
+  const int rim = Focused() ? 2 * kRim : kRim;
+  const Rect inner{rim, rim, Width() - 2 * rim, Height() - 2 * rim};
+  canvas.FillRounded(whole, kRadius, Focused() ? kFocusColor : kRimColor, 255);
   if (pressed_) {
     canvas.FillRounded(inner, kRadius - kRim, kPressedFace, 255);
   } else {

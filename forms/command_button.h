@@ -4,19 +4,21 @@
 
 namespace orvane {
 
-/// A button in the style of the face. Its window text is its tooltip, or its caption when it has none.
+/// A button in the style of the face. The keyboard stops at it; Space and Enter press it. Its window text is
+/// its tooltip, or its caption when it has none.
 class CommandButton : public WindowedControl {
  public:
   CommandButton(WindowSystem& windows, WindowedControl& container, const Rect& bounds,
                 std::string_view caption, std::string_view tool_tip);
 
   const std::string& Caption() const { return caption_; }
-  /// Brought out by keyboard and pointer alike: handlers of MouseUp get a left button released in the middle.
+  /// As if clicked: handlers of MouseUp get a left button released in the middle.
   void Press();
 
  protected:
   void Paint(Canvas& canvas) const override;
   void PointerChanged(const MouseEvent& event) override;
+  bool KeyPressed(const KeyEvent& event) override;
 
  private:
   std::string caption_;

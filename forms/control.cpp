@@ -70,6 +70,15 @@ void WindowedControl::OnMouse(const MouseEvent& event) {
   if (handler != nullptr && *handler) (*handler)(event);
 }
 
+bool WindowedControl::OnKey(const KeyEvent& event) {
+  if (KeyPressed(event)) return true;
+  return event.down && KeyDown && KeyDown(event.key);
+}
+
+void WindowedControl::OnFocus(bool has_focus) {
+  if (Assign(focused_, has_focus)) Invalidate();
+}
+
 void WindowedControl::PaintUnder(Canvas& canvas) const {
   if (container_ == nullptr) return;
   canvas.MoveOrigin(-Left(), -Top());

@@ -64,6 +64,9 @@ class WindowedControl : public Control, private WidgetClient {
   MouseHandler MouseUp;
   MouseHandler MouseMove;
   MouseHandler DblClick;
+  /// A key was pressed while the keyboard was here, or in a control within that did not want it. @return
+  /// true: taken
+  std::function<bool(Key key)> KeyDown;
 
   void SetToolTipText(std::string_view text);
   const std::string& ToolTipText() const { return tool_tip_; }
@@ -78,6 +81,12 @@ class WindowedControl : public Control, private WidgetClient {
   void Adopt(Widget& window) { window_ = &window; }
 
   virtual void Paint(Canvas&) const {}
+  /// Lets the Tab key stop at the control.
+  void SetTabStop(bool on) { window_->SetTabStop(on); }
+  bool Focused() const { return focused_; }
+  /// What a key does to the control itself. @return true when it was for the control; otherwise KeyDown is
+  /// asked
+  virtual bool KeyPressed(const KeyEvent&) { return false; }
   /// What the pointer does to the control's own look; handlers run after it.
   virtual void PointerChanged(const MouseEvent&) {}
   void SetWindowText(std::string_view text);
@@ -85,6 +94,8 @@ class WindowedControl : public Control, private WidgetClient {
   void PaintWhole(Canvas& canvas) const;
   void OnPaint(Canvas& canvas) override { PaintWhole(canvas); }
   void OnMouse(const MouseEvent& event) override;
+  bool OnKey(const KeyEvent& event) override;
+  void OnFocus(bool has_focus) override;
   void PlaceChanged(const Rect& before) override;
   WidgetClient& AsClient() { return *this; }
 
@@ -99,6 +110,7 @@ class WindowedControl : public Control, private WidgetClient {
   std::vector<Shape*> shapes_;  // in the order in which they are painted
   std::string text_;
   std::string tool_tip_;
+  bool focused_ = false;
 };
 
 }  // namespace orvane

@@ -7,8 +7,13 @@ struct Form::Client : TopWindowClient {
   Client(Form& form, WidgetClient& base) : form_(form), base_(base) {}
   void OnPaint(Canvas& canvas) override { base_.OnPaint(canvas); }
   void OnMouse(const MouseEvent& event) override { base_.OnMouse(event); }
-  void OnClose() override {
-    if (form_.CloseRequested) form_.CloseRequested();
+  bool OnKey(const KeyEvent& event) override { return base_.OnKey(event); }
+  void OnFocus(bool has_focus) override { base_.OnFocus(has_focus); }
+  void OnClose() override { Tell(form_.CloseRequested); }
+  void OnShellRestarted() override { Tell(form_.ShellRestarted); }
+  void OnDisplayChanged() override { Tell(form_.DisplayChanged); }
+  static void Tell(const std::function<void()>& handler) {
+    if (handler) handler();
   }
   Form& form_;
   WidgetClient& base_;

@@ -16,6 +16,8 @@ class Form : public WindowedControl {
 
   /// The user or the system wants it closed.
   std::function<void()> CloseRequested;
+  std::function<void()> ShellRestarted;  ///< see TopWindowClient
+  std::function<void()> DisplayChanged;  ///< see TopWindowClient
 
   const std::string& Caption() const { return WindowText(); }
   Color BackColor() const { return back_color_; }

@@ -4,6 +4,7 @@
 #include "platform/event_pump.h"
 #include "platform/profile_store.h"
 #include "platform/serial_port.h"
+#include "platform/shell.h"
 #include "platform/window_system.h"
 
 namespace orvane {
@@ -17,6 +18,7 @@ struct Platform {
   Files& files;
   WindowSystem& windows;
   SingleInstance& instance;
+  Shell& shell;
 };
 
 }  // namespace orvane

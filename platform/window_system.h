@@ -23,11 +23,23 @@ struct MouseEvent {
   Point at;        ///< twips from the widget's corner
 };
 
+/// Keys that the program acts on; all others are none of its business.
+enum class Key { kSpace, kEnter, kEscape, kLeft, kRight, kUp, kDown, kF1, kF2, kF3, kMenu };
+
+struct KeyEvent {
+  Key key = Key::kSpace;
+  bool down = true;  ///< pressed; a held key comes again and again
+};
+
 /// What a widget tells its owner. All on the program's thread.
 struct WidgetClient {
   virtual ~WidgetClient() = default;
   virtual void OnPaint(Canvas& canvas) = 0;
   virtual void OnMouse(const MouseEvent& event) = 0;
+  /// @return true when the key was for this widget; otherwise the window around it is asked
+  virtual bool OnKey(const KeyEvent& event) = 0;
+  /// The keyboard came to this widget, or left it.
+  virtual void OnFocus(bool has_focus) = 0;
 };
 
 /// A real child window. Its text is what it shows or what it is for.
@@ -42,6 +54,9 @@ struct Widget {
   virtual void Invalidate(const Rect& area) = 0;
   /// Moves it into another window, in front of what is there.
   virtual void SetContainer(Widget& container) = 0;
+  /// Lets the Tab key stop here. The order is that in which the widgets were made.
+  virtual void SetTabStop(bool on) = 0;
+  virtual void SetFocus() = 0;
 };
 
 enum class WindowState { kNormal = 0, kMinimized = 1 };
@@ -49,6 +64,10 @@ enum class WindowState { kNormal = 0, kMinimized = 1 };
 struct TopWindowClient : WidgetClient {
   /// The system or the user wants the window closed.
   virtual void OnClose() = 0;
+  /// The notification area was made anew and has lost its icons; the order of windows may be another one.
+  virtual void OnShellRestarted() = 0;
+  /// Screens came, went or changed, or the window was restored: where it stands may not be on any of them.
+  virtual void OnDisplayChanged() = 0;
 };
 
 /// The main window: no frame of the system around it.
@@ -59,6 +78,8 @@ struct TopWindow : Widget {
   virtual void MoveTo(Point corner) = 0;
   virtual WindowState State() = 0;
   virtual void SetState(WindowState state) = 0;
+  /// True when some part of the window is on a screen.
+  virtual bool OnScreen() = 0;
   virtual void SetTopMost(bool on) = 0;
   /// Gives the window a shape: the union of rectangles, pixels from the window's corner. None at all: nothing
   /// is seen.
@@ -74,7 +95,8 @@ struct TopWindow : Widget {
 /// whose horizontal position, in pixels, is the message's number.
 struct TrayIcon {
   virtual ~TrayIcon() = default;
-  virtual void Add(TopWindow& window, std::string_view tip) = 0;
+  /// @return false when the system refuses it for now; it may be tried again
+  virtual bool Add(TopWindow& window, std::string_view tip) = 0;
   virtual void Remove() = 0;
 };
 

@@ -12,6 +12,7 @@
 namespace orvane {
 namespace {
 
+constexpr Color kFace = MakeColor(0x22, 0x28, 0x2E);
 constexpr Color kCyan = MakeColor(0, 255, 255);
 constexpr Color kRed = MakeColor(255, 0, 0);
 constexpr Color kDarkReflected = MakeColor(0x2A, 0x12, 0x14);
@@ -149,9 +150,13 @@ void BuildStatusRow(WindowSystem& windows, Form& form, MeterControls& controls) 
 
 FormControls BuildFormControls(WindowSystem& windows, Form& form) {
   FormControls controls;
-  controls.lblMessage =
-      std::make_unique<Label>(windows, form, layout::kMessage,
-                              Label::Look{{"Arial", 240, true}, kMessageText, Align::kCenter, std::nullopt});
+  controls.imgLogo = std::make_unique<Image>(windows, form, layout::kLogo);
+  controls.imgLogo->SetToolTipText("Quorran on the web");
+  for (auto& label : controls.lblMessage) {
+    label = std::make_unique<Label>(
+        windows, form, layout::kMessage,
+        Label::Look{{"Arial", 225, true}, kMessageText, Align::kCenter, std::nullopt});
+  }
   constexpr std::array<std::string_view, 3> kMenus{"Window", "Settings", "Help"};
   for (std::size_t i = 0; i < kMenus.size(); ++i) {
     controls.cmdMenu[i] = NewButton(windows, form, layout::kMenuButtons[i], kMenus[i], {});
@@ -172,6 +177,10 @@ MeterControls BuildMeterControls(WindowSystem& windows, Form& form) {
       std::make_unique<OVDigitBox>(windows, form, layout::kReflected.readout, OVDigitBox::kWholeFormat, "0");
   controls.dbxVSWR =
       std::make_unique<OVDigitBox>(windows, form, layout::kVSWR, OVDigitBox::kRatioFormat, ".0");
+  controls.lblDipCaption = std::make_unique<Label>(
+      windows, form, layout::kDipCaption, Label::Look{{"Arial", 150, true}, kMarkerLit, Align::kLeft, kFace},
+      "BAR: VSWR");
+  controls.lblDipCaption->SetVisible(false);
   BuildRangeButtons(windows, form, layout::kForward, kForwardRanges, controls.forward);
   BuildRangeButtons(windows, form, layout::kReflected, kReflectedRanges, controls.reflected);
   BuildModePanel(windows, form, controls);

@@ -9,7 +9,8 @@ namespace orvane {
 
 /// Controls of the main form that are not the display's.
 struct FormControls {
-  std::unique_ptr<Label> lblMessage;
+  std::unique_ptr<Image> imgLogo;
+  ControlArray<Label, 2> lblMessage;  ///< of the full and of the short view
   ControlArray<CommandButton, 3> cmdMenu;
   std::unique_ptr<CommandButton> cmdHelp;
   std::unique_ptr<CommandButton> cmdMinimize;

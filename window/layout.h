@@ -13,6 +13,7 @@ inline constexpr Size kFullFace{9600, 3900};
 inline constexpr Size kShortFace{9600, 1860};
 
 // Title row
+inline constexpr Rect kLogo{300, 150, 1440, 360};
 inline constexpr Rect kMessage{2010, 195, 2940, 270};
 inline constexpr std::array<Rect, 3> kMenuButtons{
     {{5280, 180, 720, 300}, {6060, 180, 840, 300}, {6960, 180, 600, 300}}};
@@ -59,6 +60,22 @@ inline constexpr Rect kSWRLamp{5280, 3525, 150, 150};
 inline constexpr Rect kSWRLabel{5490, 3495, 1050, 210};
 inline constexpr Rect kPowerLamp{6660, 3525, 150, 150};
 inline constexpr Rect kPowerLabel{6870, 3495, 1050, 210};
+
+inline constexpr Rect kDipCaption{6585, 1710, 1245, 165};
+
+// What the two views show at different places
+struct ViewTops {
+  Point vswr;
+  int status;
+  int port;
+  int alarm_labels;
+  int alarm_lamps;
+};
+inline constexpr ViewTops kFullTops{{6615, 3000}, 3480, 3510, 3495, 3525};
+inline constexpr ViewTops kShortTops{{7890, 960}, 1390, 1400, 1410, 1440};
+inline constexpr int kShortStatusGap = 25;  // below the forward frame
+inline constexpr Rect kShortForwardSegment{30, 30, 105, 255};
+inline constexpr Rect kShortReflectedSegment{30, 315, 105, 135};
 
 /// The `i`th of things that stand side by side or below each other.
 constexpr Rect Across(const Rect& first, int pitch, int i) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "display/dip_layout.h"
 #include "display/display_mode.h"
 #include "display/indicators.h"
 #include "display/meter_controls.h"
@@ -8,11 +9,14 @@
 #include "forms/form.h"
 #include "forms/timer.h"
 #include "link/meter_link.h"
+#include "outside/launches.h"
 #include "platform/platform.h"
 #include "settings/ov_user_settings.h"
 #include "settings/user_settings.h"
 #include "window/face_builder.h"
+#include "window/face_images.h"
 #include "window/link_settings_adapter.h"
+#include "window/views.h"
 
 #include <cstdint>
 #include <memory>
@@ -21,6 +25,7 @@
 namespace orvane {
 
 inline constexpr std::string_view kCaption = "Orvane Lite";
+inline constexpr int kDefaultPlace = 100;  ///< twips, where a window goes whose kept place no screen has
 
 /// The main window, and the only place that knows every subsystem: it owns them in the order in which they
 /// need each other, and hands on what one has to tell another.
@@ -51,7 +56,10 @@ class Orvane : private LinkEvents {
   void SetModeCommand() override { modes_.Follow(link_.State().MeterMode); }
   void ShowStatus(std::string_view text, StatusTone tone) override;
   void StartClearMessageTimer() override { status_.StartClearTimer(); }
-  void ShowMessageText(std::string_view text) override { form_controls_.lblMessage->SetCaption(text); }
+  void ShowMessageText(std::string_view text) override {
+    for (auto& label : form_controls_.lblMessage)
+      label->SetCaption(text);
+  }
   void Beep() override { platform_.windows.Beep(); }
   void SetHourglass(bool on) override { platform_.windows.SetHourglass(on); }
   void EnableFindMeter(bool on) override { TimerFindMeter_.SetEnabled(on); }
@@ -62,10 +70,21 @@ class Orvane : private LinkEvents {
   void ShowBox(std::string_view text, std::string_view title) override;
   void PortLost() override { status_.ShowAlert("Port Lost"); }
 
-  void ConnectHandlers();
   void OnForwardRange(int index);
   void OnReflectedRange(int index);
+  void ConnectFace();
+  void ConnectButtons();
+  void ConnectAlarms();
   void OnFaceMouseUp(const MouseEvent& event);
+  void OnLogoMouseUp(const MouseEvent& event);
+  void ShowLogo(bool colour);
+  void ToggleView();
+  void ShowVSWRMode(bool dip);
+  void Minimize();
+  void OnShellRestarted();
+  void OnDisplayChanged();
+  void AddTrayIcon();
+  bool LoadFaces();
   void LoadSettings();
   void RestorePosition();
   void RecordPosition();
@@ -83,7 +102,14 @@ class Orvane : private LinkEvents {
   MeterLink link_;
   PowerDisplay display_;
   ModePanel modes_;
+  DipLayout dip_;
+  FaceImages faces_;
+  Views views_;
+  Launches launches_;
+  Timer tray_retry_;
+  bool logo_lit_ = false;
   Timer TimerFindMeter_;
+  bool started_ = false;
   bool closing_ = false;
 };
 

@@ -6,7 +6,6 @@
 namespace orvane {
 namespace {
 
-constexpr int kDefaultPlace = 100;  // twips, where a window goes whose kept place the screen does not have
 constexpr int kLowestTopMargin =
     500;  // twips below a kept top edge that the screen must have, whatever the window's height
 constexpr std::int32_t kPauseMs = 250;
@@ -26,15 +25,39 @@ void Orvane::Form_Load() {
   }
   display_.Lamps().Reset();
   display_.ResetPowerDisplay();
-  platform_.windows.Tray().Add(form_.Window(), std::string(kCaption) + " For Quorran");
+  AddTrayIcon();
   LoadSettings();
+  if (!LoadFaces()) {
+    platform_.windows.ShowMessageBox(
+        "Critical Program File Missing or Corrupt. Please re-run Vesk-2 Voice Keyer setup.", "File Missing!",
+        BoxStyle::kCritical);
+    Form_Unload(0);
+  }
   form_.Window().Show();
   kept_.LoadMeterSettings();
   RestorePosition();
   form_.Window().SetTopMost(kept_.Settings().FormOnTop);
+  if (!form_.Window().OnScreen()) form_.Window().MoveTo({kDefaultPlace, kDefaultPlace});
+  started_ = true;
   lights_.Reset();
   if (kept_.Trouble() != SettingsTrouble::kNone) status_.ShowAlert(kept_.TroubleText());
   TimerFindMeter_.SetEnabled(true);
+}
+
+// The window takes its shape before the logo is looked for.
+bool Orvane::LoadFaces() {
+  const bool large = platform_.windows.PixelsPerInch().width == 120;
+  for (OVDigitBox* readout : {meter_controls_.forward.dbxPower.get(),
+                              meter_controls_.reflected.dbxPower.get(), meter_controls_.dbxVSWR.get()}) {
+    readout->Set_digitresolution(large ? 120 : 96);
+    readout->Set_digitsize(large ? 1 : 0);
+  }
+  if (!faces_.LoadFaces(form_.Window())) return false;
+  views_.SetViewStyle(kept_.Settings().FormRegion);
+  if (!faces_.LoadLogos()) return false;
+  form_controls_.imgLogo->SetPicture(faces_.Logo(FaceImages::kGrey));
+  logo_lit_ = false;
+  return true;
 }
 
 // A value that cannot be read costs that value: the operator is told once which, and its default is used.
@@ -85,6 +108,8 @@ void Orvane::WindDown() {
   display_.Lamps().Reset();
   display_.ResetPowerDisplay();
   form_.SetPicture(nullptr);
+  form_controls_.imgLogo->SetPicture(nullptr);
+  faces_.Release();
 }
 
 }  // namespace orvane

@@ -15,6 +15,8 @@ class HeadlessChild : public Widget, public HeadlessWindow {
   void SetVisible(bool visible) override { PutVisible(visible); }
   void SetToolTip(std::string_view text) override { PutTip(text); }
   void Invalidate(const Rect&) override { CountInvalidation(); }
+  void SetTabStop(bool on) override { PutTabStop(on); }
+  void SetFocus() override { Focus(true); }
   void SetContainer(Widget& container) override { PutContainer(dynamic_cast<HeadlessWindow&>(container)); }
 };
 
@@ -66,6 +68,12 @@ void HeadlessWindow::Mouse(MouseAction action, int button) {
 void HeadlessWindow::Click(int button) {
   Mouse(MouseAction::kDown, button);
   Mouse(MouseAction::kUp, button);
+}
+
+bool HeadlessWindow::Press(Key key) {
+  const bool taken = client_.OnKey({key, true});
+  client_.OnKey({key, false});
+  return taken;
 }
 
 // As the system tells it: the second press of a double click is the double click itself.

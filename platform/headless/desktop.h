@@ -37,6 +37,10 @@ class HeadlessWindow {
   /// Pointer actions in the middle of the window, delivered at once.
   void Mouse(MouseAction action, int button);
   void Click(int button = kLeftButton);
+  /// A key pressed and released here; true when the widget took it.
+  bool Press(Key key);
+  void Focus(bool has_focus) { client_.OnFocus(has_focus); }
+  bool TabStop() const { return tab_stop_; }
   void DoubleClick();
 
  protected:
@@ -46,6 +50,7 @@ class HeadlessWindow {
   void PutTip(std::string_view tip) { tip_ = tip; }
   void PutContainer(HeadlessWindow& container);
   void CountInvalidation() { ++invalidations_; }
+  void PutTabStop(bool on) { tab_stop_ = on; }
 
  private:
   WidgetClient& client_;
@@ -55,6 +60,7 @@ class HeadlessWindow {
   std::string text_;
   std::string tip_;
   bool visible_ = true;
+  bool tab_stop_ = false;
   int invalidations_ = 0;
 };
 
@@ -69,11 +75,14 @@ class HeadlessTopWindow : public TopWindow, public HeadlessWindow {
   void SetToolTip(std::string_view text) override { PutTip(text); }
   void Invalidate(const Rect&) override { CountInvalidation(); }
   void SetContainer(Widget&) override {}
+  void SetTabStop(bool on) override { PutTabStop(on); }
+  void SetFocus() override { Focus(true); }
   void Show() override { PutVisible(true); }
   Rect Bounds() override { return Place(); }
   void MoveTo(Point corner) override { PutBounds({corner.x, corner.y, Place().width, Place().height}); }
   WindowState State() override { return state_; }
   void SetState(WindowState state) override { state_ = state; }
+  bool OnScreen() override { return on_screen; }
   void SetTopMost(bool on) override { top_most_ = on; }
 
   void SetShape(const std::vector<Rect>& runs) override { shape_ = runs; }
@@ -83,6 +92,8 @@ class HeadlessTopWindow : public TopWindow, public HeadlessWindow {
   bool TopMost() const { return top_most_; }
   const std::vector<Rect>& Shape() const { return shape_; }
   int drags = 0;
+  bool on_screen = true;
+  TopWindowClient& System() { return client_; }
   Size border;
   /// The user closes it by the taskbar.
   void Close() { client_.OnClose(); }
@@ -99,13 +110,18 @@ class HeadlessTopWindow : public TopWindow, public HeadlessWindow {
 
 class HeadlessTray : public TrayIcon {
  public:
-  void Add(TopWindow&, std::string_view tip) override {
+  bool Add(TopWindow&, std::string_view tip) override {
+    ++adds;
+    if (refuse_next > 0) return --refuse_next, false;
     tip_ = tip;
     shown_ = true;
+    return true;
   }
   void Remove() override { shown_ = false; }
   bool Shown() const { return shown_; }
   const std::string& Tip() const { return tip_; }
+  int adds = 0;
+  int refuse_next = 0;  ///< so many Adds to come are refused
 
  private:
   std::string tip_;

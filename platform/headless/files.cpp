@@ -107,11 +107,11 @@ bool HeadlessFiles::Replace(const std::string& path, std::string_view content) {
     return false;
   }
   Step();
-  if (!FlushToDisk(beside)) return false;
+  if (flushing_ && !FlushToDisk(beside)) return false;
   Step();
   fs::rename(beside, target, error);
   if (error) return false;
-  FlushToDisk(target.parent_path());
+  if (flushing_) FlushToDisk(target.parent_path());
   Step();
   return true;
 }

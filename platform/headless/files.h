@@ -37,6 +37,10 @@ class HeadlessFiles final : public Files {
   /// Makes `content` the whole file. @return false when it could not be written; the file is as it was then
   bool Replace(const std::string& path, std::string_view content);
 
+  /// Without the flushes, some ten milliseconds each, for tests that save hundreds of times and do not cut
+  /// the power.
+  void SetFlushing(bool flushing) { flushing_ = flushing; }
+
   // What can go wrong.
 
   /// Another program holds the file for itself; the next `opens` tries to open it fail.
@@ -60,6 +64,7 @@ class HeadlessFiles final : public Files {
   std::string program_folder_;
   std::map<std::string, int> held_;
   std::set<std::string> hidden_;
+  bool flushing_ = true;
   bool read_only_ = false;
   int changes_to_failure_ = 0;
   int steps_to_kill_ = 0;

@@ -126,7 +126,7 @@ void HeadlessSerialPort::RequireLine(const char* doing) const {
   if (dead_) throw RuntimeError(Fault::kPortLost, doing);
 }
 
-void HeadlessSerialPort::SendOut(std::string bytes) {
+void HeadlessSerialPort::SendOut(const std::string& bytes) {
   writes_.push_back({time_.Now(), bytes, settings_});
   Raise(CommEvent::kSend);
   if (peer_.on_write) peer_.on_write(bytes, time_.Now());

@@ -73,7 +73,7 @@ class HeadlessSerialPort final : public SerialPort {
  private:
   void CountCall(const char* doing);
   void RequireLine(const char* doing) const;
-  void SendOut(std::string bytes);
+  void SendOut(const std::string& bytes);
   void TellLine() const;
   void Notify(CommEvent event);
 

@@ -16,9 +16,12 @@ constexpr DWORD kStyle = WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDRE
 
 Win32TopWindow::Win32TopWindow(WindowContext& context, TopWindowClient& client, std::string_view caption,
                                Size size)
-    : Win32Window(context, client), client_(client) {
+    : Win32Window(context, client),
+      client_(client),
+      shell_restarted_(::RegisterWindowMessageW(L"TaskbarCreated")) {
   const Rect pixels = PixelsOf({0, 0, size.width, size.height});
-  Create({kStyle, WS_EX_APPWINDOW, {0, 0, pixels.width, pixels.height}, nullptr}, caption);
+  Create({kStyle, WS_EX_APPWINDOW | WS_EX_CONTROLPARENT, {0, 0, pixels.width, pixels.height}, nullptr},
+         caption);
 }
 
 void Win32TopWindow::SetBounds(const Rect& bounds) {
@@ -65,6 +68,10 @@ void Win32TopWindow::SetState(WindowState state) {
   ::ShowWindow(hwnd(), state == WindowState::kMinimized ? SW_MINIMIZE : SW_RESTORE);
 }
 
+bool Win32TopWindow::OnScreen() {
+  return ::MonitorFromWindow(hwnd(), MONITOR_DEFAULTTONULL) != nullptr;
+}
+
 void Win32TopWindow::SetTopMost(bool on) {
   ::SetWindowPos(hwnd(), on ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
                  SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
@@ -107,6 +114,12 @@ LRESULT Win32TopWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     Attempt([this] { client_.OnClose(); });
     return 0;
   }
+  if (message == shell_restarted_) {
+    Attempt([this] { client_.OnShellRestarted(); });
+    return 0;
+  }
+  const bool restored = message == WM_SIZE && wparam == SIZE_RESTORED;
+  if (message == WM_DISPLAYCHANGE || restored) Attempt([this] { client_.OnDisplayChanged(); });
   return Win32Window::OnMessage(message, wparam, lparam);
 }
 

@@ -3,12 +3,44 @@
 #include "base/runtime_error.h"
 #include "platform/win32/text.h"
 
+#include <optional>
 #include <windowsx.h>
 
 namespace orvane {
 namespace {
 
 constexpr wchar_t kClassName[] = L"OrvaneControl";
+
+std::optional<Key> KeyOf(WPARAM code, bool shift) {
+  switch (code) {
+    case VK_SPACE:
+      return Key::kSpace;
+    case VK_RETURN:
+      return Key::kEnter;
+    case VK_ESCAPE:
+      return Key::kEscape;
+    case VK_LEFT:
+      return Key::kLeft;
+    case VK_RIGHT:
+      return Key::kRight;
+    case VK_UP:
+      return Key::kUp;
+    case VK_DOWN:
+      return Key::kDown;
+    case VK_F1:
+      return Key::kF1;
+    case VK_F2:
+      return Key::kF2;
+    case VK_F3:
+      return Key::kF3;
+    case VK_APPS:
+      return Key::kMenu;
+    case VK_F10:
+      return shift ? std::optional<Key>(Key::kMenu) : std::nullopt;
+    default:
+      return std::nullopt;
+  }
+}
 
 }  // namespace
 
@@ -131,6 +163,24 @@ void Win32Window::OnPointerMove(LPARAM position) {
   TellMouse(MouseAction::kMove, 0, position);
 }
 
+// Keys go to the window that has the keyboard, and from there outwards until one takes them.
+bool Win32Window::OnKeyMessage(UINT message, WPARAM wparam) {
+  const bool down = message == WM_KEYDOWN || message == WM_SYSKEYDOWN;
+  if (wparam == VK_TAB) {
+    if (!down) return true;
+    const HWND top = ::GetAncestor(hwnd_, GA_ROOT);
+    const HWND from = hwnd_ == top ? nullptr : hwnd_;
+    const HWND next = ::GetNextDlgTabItem(top, from, ::GetKeyState(VK_SHIFT) < 0 ? TRUE : FALSE);
+    if (next != nullptr) ::SetFocus(next);
+    return true;
+  }
+  const auto key = KeyOf(wparam, ::GetKeyState(VK_SHIFT) < 0);
+  if (!key) return false;
+  bool taken = false;
+  Attempt([&] { taken = client_.OnKey({*key, down}); });
+  return taken;
+}
+
 LRESULT Win32Window::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
     case WM_PAINT:
@@ -149,6 +199,15 @@ LRESULT Win32Window::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_MOUSEMOVE:
       OnPointerMove(lparam);
       return 0;
+    case WM_KEYDOWN:
+    case WM_KEYUP:
+    case WM_SYSKEYDOWN:
+    case WM_SYSKEYUP:
+      return OnKeyMessage(message, wparam) ? 0 : PassOn(message, wparam, lparam);
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+      Attempt([&] { client_.OnFocus(message == WM_SETFOCUS); });
+      return 0;
     case WM_SETCURSOR:
       if (!context_.hourglass) return ::DefWindowProcW(hwnd_, message, wparam, lparam);
       ::SetCursor(::LoadCursorW(nullptr, IDC_WAIT));
@@ -162,6 +221,14 @@ LRESULT Win32Window::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   }
 }
 
+LRESULT Win32Window::PassOn(UINT message, WPARAM wparam, LPARAM lparam) {
+  const HWND outer = ::GetAncestor(hwnd_, GA_PARENT);
+  if (hwnd_ == ::GetAncestor(hwnd_, GA_ROOT) || outer == nullptr) {
+    return ::DefWindowProcW(hwnd_, message, wparam, lparam);
+  }
+  return ::SendMessageW(outer, message, wparam, lparam);
+}
+
 LRESULT CALLBACK Win32Window::Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
   auto* self = reinterpret_cast<Win32Window*>(::GetWindowLongPtrW(hwnd, GWLP_USERDATA));
   return self != nullptr ? self->OnMessage(message, wparam, lparam)
@@ -172,8 +239,9 @@ Win32Child::Win32Child(WindowContext& context, WidgetClient& client, Win32Window
                        const Rect& bounds)
     : Win32Window(context, client), container_(&container), bounds_(bounds) {
   const Rect place = Place();
+  // WS_EX_CONTROLPARENT: the Tab key walks through what lies inside.
   Create({WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN,
-          0,
+          WS_EX_CONTROLPARENT,
           {place.left, place.top, place.right(), place.bottom()},
           container.hwnd()},
          {});
@@ -200,6 +268,15 @@ void Win32Child::SetBounds(const Rect& bounds) {
   ::SetWindowPos(hwnd(), nullptr, place.left, place.top, place.width, place.height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
   ::InvalidateRect(hwnd(), nullptr, FALSE);  // what lies behind is another part of the face
+}
+
+void Win32Child::SetTabStop(bool on) {
+  constexpr LONG_PTR kStop = WS_TABSTOP;
+  constexpr LONG_PTR kWalk = WS_EX_CONTROLPARENT;  // what the key stops at is no frame that it walks through
+  const LONG_PTR style = ::GetWindowLongPtrW(hwnd(), GWL_STYLE);
+  ::SetWindowLongPtrW(hwnd(), GWL_STYLE, on ? style | kStop : style & ~kStop);
+  const LONG_PTR extended = ::GetWindowLongPtrW(hwnd(), GWL_EXSTYLE);
+  ::SetWindowLongPtrW(hwnd(), GWL_EXSTYLE, on ? extended & ~kWalk : extended | kWalk);
 }
 
 void Win32Child::SetVisible(bool visible) {

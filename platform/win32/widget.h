@@ -60,6 +60,8 @@ class Win32Window {
   void TellMouse(MouseAction action, int button, LPARAM position);
   void OnButton(UINT message, LPARAM position);
   void OnPointerMove(LPARAM position);
+  bool OnKeyMessage(UINT message, WPARAM wparam);
+  LRESULT PassOn(UINT message, WPARAM wparam, LPARAM lparam);
 
   WindowContext& context_;
   WidgetClient& client_;
@@ -78,6 +80,8 @@ class Win32Child : public Widget, public Win32Window {
   void SetToolTip(std::string_view text) override { context().SetToolTip(hwnd(), text); }
   void Invalidate(const Rect& area) override { InvalidatePixels(area, RDW_INVALIDATE); }
   void SetContainer(Widget& container) override;
+  void SetTabStop(bool on) override;
+  void SetFocus() override { ::SetFocus(hwnd()); }
   Point Origin() const override;
 
  private:
@@ -98,12 +102,15 @@ class Win32TopWindow : public TopWindow, public Win32Window {
   void SetToolTip(std::string_view text) override { context().SetToolTip(hwnd(), text); }
   void Invalidate(const Rect& area) override { InvalidatePixels(area, RDW_INVALIDATE | RDW_ALLCHILDREN); }
   void SetContainer(Widget&) override {}
+  void SetTabStop(bool) override {}
+  void SetFocus() override { ::SetFocus(hwnd()); }
 
   void Show() override;
   Rect Bounds() override;
   void MoveTo(Point corner) override;
   WindowState State() override;
   void SetState(WindowState state) override;
+  bool OnScreen() override;
   void SetTopMost(bool on) override;
   void SetShape(const std::vector<Rect>& runs) override;
   Size BorderPixels() const override { return {}; }
@@ -114,6 +121,7 @@ class Win32TopWindow : public TopWindow, public Win32Window {
 
  private:
   TopWindowClient& client_;
+  UINT shell_restarted_;  // the system's number for "the taskbar was made anew"
 };
 
 }  // namespace orvane

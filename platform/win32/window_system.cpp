@@ -87,7 +87,7 @@ void Win32WindowSystem::SetHourglass(bool on) {
 
 // The callback message is a mouse message on purpose: the icon's events then come in by the window's own
 // mouse handler.
-void Win32TrayIcon::Add(TopWindow& window, std::string_view tip) {
+bool Win32TrayIcon::Add(TopWindow& window, std::string_view tip) {
   constexpr std::size_t kTipLength = 64;  // what the first version of the record holds, with its NUL
   const HWND hwnd = dynamic_cast<Win32Window&>(window).hwnd();
   record_ = {};
@@ -99,7 +99,8 @@ void Win32TrayIcon::Add(TopWindow& window, std::string_view tip) {
   record_.hIcon = reinterpret_cast<HICON>(::GetClassLongPtrW(hwnd, GCLP_HICON));
   if (record_.hIcon == nullptr) record_.hIcon = ::LoadIconW(nullptr, IDI_APPLICATION);
   tip.substr(0, kTipLength - 1).copy(record_.szTip, kTipLength - 1);
-  ::Shell_NotifyIconA(NIM_ADD, &record_);
+  // After a restart of the shell an icon that survived it cannot be added again, only changed.
+  return ::Shell_NotifyIconA(NIM_ADD, &record_) != 0 || ::Shell_NotifyIconA(NIM_MODIFY, &record_) != 0;
 }
 
 void Win32TrayIcon::Remove() {

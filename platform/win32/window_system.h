@@ -11,7 +11,7 @@ namespace orvane {
 /// The icon in the notification area; one record serves adding and removing.
 class Win32TrayIcon : public TrayIcon {
  public:
-  void Add(TopWindow& window, std::string_view tip) override;
+  bool Add(TopWindow& window, std::string_view tip) override;
   void Remove() override;
 
  private:

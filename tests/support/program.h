@@ -4,6 +4,7 @@
 #include "platform/headless/files.h"
 #include "platform/headless/profile_store.h"
 #include "platform/headless/serial_port.h"
+#include "platform/headless/shell.h"
 #include "platform/headless/virtual_time.h"
 #include "tests/support/simulated_line.h"
 #include "tests/support/temp_folder.h"
@@ -75,7 +76,8 @@ class Program {
   HeadlessFiles files{folder.Path()};
   HeadlessProfileStore profiles{files};
   HeadlessInstance instance;
-  Platform platform{time, time, port, profiles, files, desktop, instance};
+  HeadlessShell shell;
+  Platform platform{time, time, port, profiles, files, desktop, instance, shell};
   SimulatedLine line;
   std::unique_ptr<Orvane> orvane;
 

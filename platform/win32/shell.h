@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/shell.h"
+
+namespace orvane {
+
+class Win32Shell : public Shell {
+ public:
+  bool Execute(const Launch& launch) override;
+};
+
+}  // namespace orvane

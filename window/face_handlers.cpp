@@ -1,0 +1,155 @@
+#include "outside/addresses.h"
+#include "window/orvane.h"
+
+#include <array>
+#include <utility>
+
+// What clicks, drags and the desktop do to the main window.
+
+namespace orvane {
+namespace {
+
+// Mouse messages that the tray icon sends as a horizontal position in pixels.
+constexpr int kTrayDoubleClick = 515;
+
+void OnLeft(WindowedControl& control, std::function<void()> action) {
+  control.MouseUp = [act = std::move(action)](const MouseEvent& event) {
+    if (event.button == kLeftButton) act();
+  };
+}
+
+}  // namespace
+
+// The face has no caption: it is dragged wherever nothing else happens, and a double click changes the view.
+void Orvane::ConnectFace() {
+  const auto drag = [this](const MouseEvent& event) {
+    if (event.button == kLeftButton) form_.Window().BeginDrag();
+  };
+  const auto toggle = [this](const MouseEvent&) { ToggleView(); };
+  MeterControls& meter = meter_controls_;
+  const std::array<WindowedControl*, 6> draggable{&form_,
+                                                  form_controls_.lblMessage[0].get(),
+                                                  form_controls_.lblMessage[1].get(),
+                                                  meter.pbxModePanel.get(),
+                                                  meter.forward.pbxRangeButtons.get(),
+                                                  meter.reflected.pbxRangeButtons.get()};
+  for (WindowedControl* control : draggable) {
+    control->MouseDown = drag;
+    control->DblClick = toggle;
+  }
+  for (GraphControls* graph : {&meter.forward, &meter.reflected}) {
+    graph->pbxGraph->DblClick = toggle;
+    graph->pbxScale->DblClick = toggle;
+    for (auto& label : graph->lblScale)
+      label->DblClick = toggle;
+  }
+  for (Label* label : {meter.lblPwrAlarm.get(), meter.lblSWRAlarm.get(), meter.lblShowStatus.get()}) {
+    label->DblClick = toggle;
+  }
+  form_.MouseUp = [this](const MouseEvent& event) { OnFaceMouseUp(event); };
+  // The logo is left over the bare face; a move there turns it grey again.
+  form_.MouseMove = [this](const MouseEvent&) { ShowLogo(false); };
+  form_controls_.imgLogo->MouseMove = [this](const MouseEvent&) { ShowLogo(true); };
+  form_controls_.imgLogo->MouseUp = [this](const MouseEvent& event) { OnLogoMouseUp(event); };
+  form_.CloseRequested = [this] { Form_Unload(0); };
+  form_.ShellRestarted = [this] { OnShellRestarted(); };
+  form_.DisplayChanged = [this] { OnDisplayChanged(); };
+}
+
+void Orvane::ConnectButtons() {
+  for (int i = 0; i < static_cast<int>(kRangeButtons); ++i) {
+    const auto k = static_cast<std::size_t>(i);
+    OnLeft(*meter_controls_.forward.cmdRange[k], [this, i] { OnForwardRange(i); });
+    OnLeft(*meter_controls_.reflected.cmdRange[k], [this, i] { OnReflectedRange(i); });
+  }
+  for (std::int16_t i = 0; i < static_cast<std::int16_t>(kModes); ++i) {
+    OnLeft(*meter_controls_.cmdMode[static_cast<std::size_t>(i)], [this, i] { modes_.Choose(i); });
+  }
+  OnLeft(*form_controls_.cmdMinimize, [this] { Minimize(); });
+  OnLeft(*form_controls_.cmdClose, [this] { Form_Unload(0); });
+}
+
+// The meter resets its alarms when it is told to; the lamps follow when it reports that they are off.
+void Orvane::ConnectAlarms() {
+  OnLeft(*meter_controls_.lblPwrAlarm, [this] {
+    if (link_.State().PwrAlarm != 0) link_.SendCommand("A");
+  });
+  OnLeft(*meter_controls_.lblSWRAlarm, [this] {
+    if (link_.State().SWRAlarm != 0) link_.SendCommand("A");
+  });
+  OnLeft(*meter_controls_.cmdResetAlarms, [this] {
+    if (link_.State().PwrAlarm != 0 || link_.State().SWRAlarm != 0) link_.SendCommand("A");
+  });
+}
+
+void Orvane::OnForwardRange(int index) {
+  kept_.Settings().FPwrIndex = static_cast<std::int16_t>(index);
+  display_.ChooseForwardRange(index);
+}
+
+void Orvane::OnReflectedRange(int index) {
+  kept_.Settings().RPwrIndex = static_cast<std::int16_t>(index);
+  display_.ChooseReflectedRange(index);
+}
+
+// A release over the tray icon comes in here as well; its message number is the horizontal position in
+// pixels.
+void Orvane::OnFaceMouseUp(const MouseEvent& event) {
+  const int pixel = event.at.x / (kTwipsPerInch / platform_.windows.PixelsPerInch().width);
+  if (pixel != kTrayDoubleClick || event.at.y != 0 || event.button != kRightButton) return;
+  TopWindow& window = form_.Window();
+  window.SetState(window.State() == WindowState::kNormal ? WindowState::kMinimized : WindowState::kNormal);
+}
+
+void Orvane::ShowLogo(bool colour) {
+  if (!Assign(logo_lit_, colour)) return;
+  form_controls_.imgLogo->SetPicture(faces_.Logo(colour ? FaceImages::kColour : FaceImages::kGrey));
+}
+
+void Orvane::OnLogoMouseUp(const MouseEvent& event) {
+  if (event.button != kLeftButton) return;
+  Minimize();
+  if (!launches_.OpenDocument(kWebSite)) {
+    status_.ShowAlert("The web browser could not be started.");
+  }
+}
+
+void Orvane::Minimize() {
+  form_.Window().SetState(WindowState::kMinimized);
+}
+
+void Orvane::ToggleView() {
+  if (mode_.Dip()) return;
+  std::uint8_t& style = kept_.Settings().FormRegion;
+  style = style == Views::kShort ? Views::kFull : Views::kShort;
+  views_.SetViewStyle(style);
+}
+
+// The dip mode's scale and buttons are in the full view only; the view that was kept comes back with the
+// power modes.
+void Orvane::ShowVSWRMode(bool dip) {
+  dip_.ShowVSWRMode(dip);
+  const std::uint8_t style = dip ? Views::kFull : kept_.Settings().FormRegion;
+  if ((style != Views::kShort) != views_.Full()) views_.SetViewStyle(style);
+}
+
+// At logon the notification area may not be there yet.
+void Orvane::AddTrayIcon() {
+  const bool added = platform_.windows.Tray().Add(form_.Window(), std::string(kCaption) + " For Quorran");
+  tray_retry_.SetEnabled(!added);
+}
+
+void Orvane::OnShellRestarted() {
+  if (closing_) return;
+  AddTrayIcon();
+  form_.Window().SetTopMost(kept_.Settings().FormOnTop);
+}
+
+void Orvane::OnDisplayChanged() {
+  TopWindow& window = form_.Window();
+  if (closing_ || !started_ || window.State() == WindowState::kMinimized) return;
+  window.SetTopMost(kept_.Settings().FormOnTop);
+  if (!window.OnScreen()) window.MoveTo({kDefaultPlace, kDefaultPlace});
+}
+
+}  // namespace orvane
