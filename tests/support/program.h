@@ -10,6 +10,7 @@
 #include "tests/support/temp_folder.h"
 #include "window/orvane.h"
 
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -20,7 +21,18 @@ namespace orvane {
 class Program {
  public:
   explicit Program(sim::MeterOptions meter = {}, std::int32_t start_tick = 0)
-      : time(start_tick), line(time, port, std::move(meter)) {}
+      : time(start_tick), line(time, port, std::move(meter)) {
+    std::filesystem::create_directory(folder.Path() + "/Images");
+    for (const auto& [name, size] : {std::pair{"OVFace.ovl", Size{640, 260}},
+                                     {"OVFace120.ovl", Size{800, 325}},
+                                     {"OVFaceSm.ovl", Size{640, 124}},
+                                     {"OVFaceSm120.ovl", Size{800, 155}},
+                                     {"TamskLogo.ovl", Size{96, 24}},
+                                     {"TamskLogoBW.ovl", Size{96, 24}}}) {
+      files.CreateEmpty(ImagePath(name));
+      desktop.pictures[std::string("/") + name] = FacePicture(size);
+    }
+  }
 
   /// Starts the program; false when it ended during its start.
   bool Start() {
@@ -47,6 +59,25 @@ class Program {
     return !StillRuns([this] { desktop.Main()->Close(); });
   }
   bool Ended() const { return ended_; }
+
+  std::string ImagePath(const std::string& name) { return folder.Path() + "/Images/" + name; }
+  /// A face of one grey with its four corner pixels cut away.
+  static Picture FacePicture(Size size) {
+    auto picture = std::make_shared<PictureData>();
+    picture->width = size.width;
+    picture->height = size.height;
+    picture->pixels.assign(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height),
+                           0xFF22282E);
+    const auto at = [&](int x, int y) -> std::uint32_t& {
+      return picture->pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(size.width) +
+                             static_cast<std::size_t>(x)];
+    };
+    for (const int x : {0, size.width - 1}) {
+      for (const int y : {0, size.height - 1})
+        at(x, y) = 0xFFFF00FF;
+    }
+    return picture;
+  }
 
   std::string SettingsPath() { return folder.Path() + "/Orvane.dat"; }
   std::string SettingsText() { return files.Content(SettingsPath()).value_or("(no file)"); }
