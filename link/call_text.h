@@ -16,7 +16,7 @@ class CallText {
   static constexpr std::size_t kWidth = 17;
   static constexpr std::size_t kSent = 16;
 
-  CallText() { field_.fill(' '); }
+  CallText() : CallText(std::string_view{}) {}
   explicit CallText(std::string_view text) { Set(text); }
 
   /// Cuts the text to the field's width, or pads it with blanks.
@@ -32,7 +32,7 @@ class CallText {
   bool operator==(const CallText&) const = default;
 
  private:
-  std::array<char, kWidth> field_;
+  std::array<char, kWidth> field_{};
 };
 
 }  // namespace orvane

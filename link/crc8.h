@@ -29,15 +29,18 @@ constexpr const std::array<std::uint8_t, 256>& InitCRC8Table() {
 
 /// CRC of the text without its STX and ETX characters. Allocates nothing.
 /// @param invert   complement the result
-/// @param stripCRC leave out the last two characters, the received digits; texts under 5 characters are taken
+/// @param strip_crc leave out the last two characters, the received digits; texts under 5 characters are
+/// taken
 ///                 whole all the same
 /// @return 0 for an empty text, whatever `invert` says
-std::uint8_t CalcCRC8(std::string_view text, bool invert, bool stripCRC);
+std::uint8_t CalcCRC8(std::string_view text, bool invert, bool strip_crc);
 
 /// Two upper-case hexadecimal digits.
 std::string CRCToHex(std::uint8_t crc);
 
 /// True when the line ends with exactly these two digits; lower-case digits are no match.
 bool CheckCRC(std::string_view line, std::string_view hex);
+/// The same without writing the digits down first.
+bool CheckCRC(std::string_view line, std::uint8_t crc);
 
 }  // namespace orvane

@@ -8,29 +8,32 @@
 
 #include <array>
 #include <cstddef>
-#include <optional>
 
 namespace orvane {
 namespace {
 
 using Fields = std::array<std::string_view, 5>;
 
-// Nothing unless there are exactly five.
-std::optional<Fields> SplitFields(std::string_view line) {
-  Fields fields;
-  for (std::size_t i = 0; i + 1 < fields.size(); ++i) {
-    const auto comma = line.find(',');
-    if (comma == std::string_view::npos) return std::nullopt;
-    fields[i] = line.substr(0, comma);
-    line.remove_prefix(comma + 1);
+// False unless there are exactly five.
+bool SplitFields(std::string_view line, Fields& fields) {
+  std::size_t count = 0;
+  std::size_t start = 0;
+  for (std::size_t at = 0; at < line.size(); ++at) {
+    if (line[at] != ',') continue;
+    if (count + 1 == fields.size()) return false;
+    fields[count++] = line.substr(start, at - start);
+    start = at + 1;
   }
-  if (line.find(',') != std::string_view::npos) return std::nullopt;
-  fields.back() = line;
-  return fields;
+  fields[count] = line.substr(start);
+  return count + 1 == fields.size();
 }
 
 void TakeFlag(std::string_view text, Bool16& flag) {
-  if (const auto number = NumberOf(text)) flag = ToBool16(*number != 0.0);
+  if (text.size() == 1 && (text[0] == '0' || text[0] == '1')) {  // what the meter sends
+    flag = ToBool16(text[0] == '1');
+  } else if (const auto number = NumberOf(text)) {
+    flag = ToBool16(*number != 0.0);
+  }
 }
 
 // The field still has ETX and checksum behind it. Two one-digit flags and their ";" are three characters; the
@@ -48,14 +51,14 @@ void TakeAlarms(std::string_view field, MeterState& state) {
 
 void ProcessDataPacket(std::string_view packet, MeterState& state) {
   const std::string_view line = packet.substr(0, packet.find(kCR));
-  if (!CheckCRC(line, CRCToHex(CalcCRC8(line, true, true)))) return;
+  if (!CheckCRC(line, CalcCRC8(line, true, true))) return;
   if (line.find(kETX) == std::string_view::npos) return;
-  const auto fields = SplitFields(line);
-  if (!fields) return;
-  Attempt([&] { state.ForwardPower = WattsOf((*fields)[1]).value_or(state.ForwardPower); });
-  Attempt([&] { state.ReflectedPower = WattsOf((*fields)[2]).value_or(state.ReflectedPower); });
-  Attempt([&] { state.VSWR = VSWROf((*fields)[3]).value_or(state.VSWR); });
-  TakeAlarms((*fields)[4], state);
+  Fields fields;
+  if (!SplitFields(line, fields)) return;
+  Attempt([&] { state.ForwardPower = WattsOf(fields[1]).value_or(state.ForwardPower); });
+  Attempt([&] { state.ReflectedPower = WattsOf(fields[2]).value_or(state.ReflectedPower); });
+  Attempt([&] { state.VSWR = VSWROf(fields[3]).value_or(state.VSWR); });
+  TakeAlarms(fields[4], state);
 }
 
 }  // namespace orvane

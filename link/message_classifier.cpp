@@ -33,8 +33,8 @@ void MessageClassifier::ProcessMessage(std::string_view message) {
   const auto stx = message.find(kSTX);
   const std::size_t letter_at = stx == std::string_view::npos ? 0 : stx + 1;
   // At least two characters behind the letter, else it is no letter but the rest of something.
-  if (message.size() > letter_at + 2) MessageType_ = message[letter_at];
-  if (const Reply* reply = FindReply(MessageType_)) Handle(reply->handler, message, reply->beep);
+  if (message.size() > letter_at + 2) message_type_ = message[letter_at];
+  if (const Reply* reply = FindReply(message_type_)) Handle(reply->handler, message, reply->beep);
 }
 
 void MessageClassifier::Handle(ReplyHandler handler, std::string_view message, bool beep) {

@@ -24,7 +24,7 @@ class MessageClassifier {
   ReplyContext context_;
   const LinkSettings& settings_;
   /// Letter of the last message that went by its letter. One too short to carry a letter goes by it as well.
-  char MessageType_ = '\0';
+  char message_type_ = '\0';
 };
 
 }  // namespace orvane

@@ -57,7 +57,7 @@ class MeterLink {
   }
   void ChangeSetting(char letter, std::int16_t value) { update_.ChangeSetting(letter, value); }
   void SendCallMessage(std::string_view text) { update_.SendCallMessage(text); }
-  void ShowCallMessage(std::string_view text, bool useGiven) { update_.ShowCallMessage(text, useGiven); }
+  void ShowCallMessage(std::string_view text, bool use_given) { update_.ShowCallMessage(text, use_given); }
 
  private:
   MeterState state_;

@@ -91,23 +91,23 @@ void MeterSearch::RestoreRanges() {
 
 void MeterSearch::Fail() {
   link_.port.Close();
-  link_.port.SetSettings(LineSettings(NextBaudRate(BaudRateIndex_)));
+  link_.port.SetSettings(LineSettings(NextBaudRate(baud_rate_index_)));
   link_.port.Open();
 }
 
 // The step back to the first speed happens one failure late, so that 38400, which nearly every meter has, is
 // tried twice in each round.
-std::string MeterSearch::NextBaudRate(std::int16_t& BaudRateIndex) {
-  const bool in_list = BaudRateIndex >= 0 && static_cast<std::size_t>(BaudRateIndex) < kSpeeds.size();
-  std::string speed(kSpeeds[in_list ? static_cast<std::size_t>(BaudRateIndex) : 0]);
-  BaudRateIndex = in_list ? static_cast<std::int16_t>(BaudRateIndex + 1) : std::int16_t{0};
+std::string MeterSearch::NextBaudRate(std::int16_t& baud_rate_index) {
+  const bool in_list = baud_rate_index >= 0 && static_cast<std::size_t>(baud_rate_index) < kSpeeds.size();
+  std::string speed(kSpeeds[in_list ? static_cast<std::size_t>(baud_rate_index) : 0]);
+  baud_rate_index = in_list ? static_cast<std::int16_t>(baud_rate_index + 1) : std::int16_t{0};
   link_.settings.SetBaudRate(speed);
-  if (SearchAttempts_ == kAttemptsBeforeAsking) {
+  if (search_attempts_ == kAttemptsBeforeAsking) {
     AskToGoOn();
     link_.settings.SetBaudRate(kSpeeds[0]);
     return std::string(kSpeeds[0]);
   }
-  ++SearchAttempts_;
+  ++search_attempts_;
   link_.events.EnableFindMeter(true);
   link_.events.ShowStatus(LineSettings(speed), StatusTone::kNormal);
   link_.settings.SaveMeterSettings();
@@ -120,7 +120,7 @@ void MeterSearch::AskToGoOn() {
       "Orvane Meter Not Detected. Please verify connections and power to meter. Click OK to try again.",
       "Meter Not Detected");
   if (again) {
-    SearchAttempts_ = 0;
+    search_attempts_ = 0;
   } else {
     link_.flags.SearchAbandoned = true;
   }
@@ -134,8 +134,8 @@ void MeterSearch::Restart() {
   link_.flags.MeterSearchRunning = false;
   link_.flags.SearchAbandoned = false;
   link_.state.FirmwareVersion.clear();
-  BaudRateIndex_ = 0;
-  SearchAttempts_ = 0;
+  baud_rate_index_ = 0;
+  search_attempts_ = 0;
   restarted_ = attempt_running_;
   // A running attempt may still send; it does so on the port that is wanted now.
   Attempt([this] { SetUpPort(link_); });

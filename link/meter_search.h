@@ -23,7 +23,7 @@ class MeterSearch {
 
   /// The speed to try next, also put into the settings: 38400, 19200, 9600, then 38400 twice, and so on. When
   /// ten attempts have failed before this one, the operator is asked instead whether to go on.
-  std::string NextBaudRate(std::int16_t& BaudRateIndex);
+  std::string NextBaudRate(std::int16_t& baud_rate_index);
 
   /// Forgets the meter and everything tried so far, closes the port and searches anew with the kept settings.
   void Restart();
@@ -41,8 +41,8 @@ class MeterSearch {
   Transmitter& transmitter_;
   MeterLists& lists_;
   ParameterUpdate& update_;
-  std::int16_t BaudRateIndex_ = 0;   // in the list of speeds, for the attempt after the next failure
-  std::int16_t SearchAttempts_ = 0;  // failures since the operator was asked
+  std::int16_t baud_rate_index_ = 0;  // in the list of speeds, for the attempt after the next failure
+  std::int16_t search_attempts_ = 0;  // failures since the operator was asked
   bool attempt_running_ = false;
   bool restarted_ = false;  // since the running attempt began
 };

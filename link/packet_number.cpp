@@ -50,10 +50,12 @@ std::int64_t ScaledTo(const PlainNumber& number, int decimals) {
   int have = number.decimals;
   for (; have < decimals; ++have)
     value *= 10;
-  std::int64_t divisor = 1;
-  for (; have > decimals; --have)
-    divisor *= 10;
-  value = (value + divisor / 2) / divisor;
+  if (have > decimals) {
+    std::int64_t divisor = 10;
+    for (; have > decimals + 1; --have)
+      divisor *= 10;
+    value = (value + divisor / 2) / divisor;
+  }
   return number.negative ? -value : value;
 }
 

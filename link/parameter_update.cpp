@@ -68,10 +68,10 @@ void ParameterUpdate::SendCallMessage(std::string_view text) {
   SendAndQuery("C" + WithSlashedZeros(TrimRight(text.substr(0, CallText::kSent))));
 }
 
-void ParameterUpdate::ShowCallMessage(std::string_view text, bool useGiven) {
+void ParameterUpdate::ShowCallMessage(std::string_view text, bool use_given) {
   CallText& stored = link_.state.MeterCallText;
   std::string shown(text);
-  if (useGiven) {
+  if (use_given) {
     shown = WithSlashedZeros(text);
   } else if (!stored.Empty()) {
     stored.Set(WithSlashedZeros(stored.Field()));

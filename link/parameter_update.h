@@ -25,9 +25,9 @@ class ParameterUpdate {
   /// The call message, of which the meter takes 16 characters, and its query.
   void SendCallMessage(std::string_view text);
 
-  /// Shows the given text in the message labels, zeros slashed. Without `useGiven` the meter's own message is
-  /// shown (and kept) with its zeros slashed; while it is empty, the given text as it stands.
-  void ShowCallMessage(std::string_view text, bool useGiven);
+  /// Shows the given text in the message labels, zeros slashed. Without `use_given` the meter's own message
+  /// is shown (and kept) with its zeros slashed; while it is empty, the given text as it stands.
+  void ShowCallMessage(std::string_view text, bool use_given);
 
  private:
   void SendAndQuery(std::string command);

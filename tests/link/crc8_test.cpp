@@ -57,6 +57,10 @@ TEST(CRC8, Digits) {
   EXPECT_TRUE(CheckCRC("C0", "C0"));
   EXPECT_FALSE(CheckCRC("0", "00"));
   EXPECT_FALSE(CheckCRC("", "00"));
+  EXPECT_TRUE(CheckCRC("...C0", 0xC0));
+  EXPECT_FALSE(CheckCRC("...c0", 0xC0));
+  EXPECT_FALSE(CheckCRC("...C1", 0xC0));
+  EXPECT_FALSE(CheckCRC("0", 0x00));
 }
 
 TEST(Frame, OfCommands) {

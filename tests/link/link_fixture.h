@@ -72,34 +72,36 @@ class RecordingEvents : public LinkEvents {
   void RxActivity() override { ++rx; }
   void TxActivity() override { ++tx; }
   void SetModeCommand() override {
-    log.push_back("mode");
+    log.emplace_back("mode");
     on_mode();
   }
   void ShowStatus(std::string_view text, StatusTone tone) override {
-    log.push_back((tone == StatusTone::kUrgent ? "status !" : "status ") + std::string(text));
+    log.emplace_back((tone == StatusTone::kUrgent ? "status !" : "status ") + std::string(text));
   }
-  void StartClearMessageTimer() override { log.push_back("clear timer"); }
-  void ShowMessageText(std::string_view text) override { log.push_back("message " + std::string(text)); }
-  void Beep() override { log.push_back("beep"); }
-  void SetHourglass(bool on) override { log.push_back(on ? "hourglass" : "arrow"); }
+  void StartClearMessageTimer() override { log.emplace_back("clear timer"); }
+  void ShowMessageText(std::string_view text) override { log.emplace_back("message " + std::string(text)); }
+  void Beep() override { log.emplace_back("beep"); }
+  void SetHourglass(bool on) override { log.emplace_back(on ? "hourglass" : "arrow"); }
   void EnableFindMeter(bool on) override {
     if (on && !enabled_) tick_ = time_.Post(EventKind::kTimer, 1000, [this] { Tick(); });
     if (!on) time_.Cancel(tick_);
     enabled_ = on;
   }
-  void ClickFwdPwrRange(std::int16_t index) override { log.push_back("forward " + std::to_string(index)); }
-  void ClickRefPwrRange(std::int16_t index) override { log.push_back("reflected " + std::to_string(index)); }
+  void ClickFwdPwrRange(std::int16_t index) override { log.emplace_back("forward " + std::to_string(index)); }
+  void ClickRefPwrRange(std::int16_t index) override {
+    log.emplace_back("reflected " + std::to_string(index));
+  }
   bool InDipMode() const override { return dip_mode; }
   bool AskOkCancel(std::string_view text, std::string_view title) override {
-    log.push_back("ask " + std::string(title) + ": " + std::string(text));
+    log.emplace_back("ask " + std::string(title) + ": " + std::string(text));
     on_box();
     return answer;
   }
   void ShowBox(std::string_view text, std::string_view title) override {
-    log.push_back("box " + std::string(title) + ": " + std::string(text));
+    log.emplace_back("box " + std::string(title) + ": " + std::string(text));
     on_box();
   }
-  void PortLost() override { log.push_back("lost"); }
+  void PortLost() override { log.emplace_back("lost"); }
 
  private:
   void Tick() {
@@ -133,7 +135,7 @@ class LinkTest : public ::testing::Test {
   std::vector<std::string> Commands() const {
     std::vector<std::string> texts;
     for (const auto& written : port.Writes())
-      texts.push_back(CommandText(written.bytes));
+      texts.emplace_back(CommandText(written.bytes));
     return texts;
   }
 
