@@ -8,7 +8,7 @@ namespace {
 constexpr std::string_view kFileName = "\\Orvane.dat";
 constexpr std::string_view kCopySuffix = ".bak";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::size_t kLookedAt = 64 * 1024;  // the system's calls read no more of such a file
+constexpr std::size_t kLookedAt = 65536;  // the system's calls read no more of such a file
 constexpr int kTries = 3;
 constexpr std::int32_t kPauseMs = 100;
 
@@ -21,7 +21,7 @@ std::string LinesOf(const std::vector<SettingsFault::Entry>& entries) {
   std::string lines;
   for (const auto& [key, value] : entries) {
     if (!lines.empty()) lines += '\n';
-    lines += key + "=" + value;
+    lines.append(key).append("=").append(value);
   }
   return lines;
 }
