@@ -57,7 +57,7 @@ void HeadlessFiles::Step() {
 
 bool HeadlessFiles::IsNormalFile(const std::string& path) {
   std::error_code error;
-  return hidden_.count(path) == 0 && fs::is_regular_file(path, error);
+  return !hidden_.contains(path) && fs::is_regular_file(path, error);
 }
 
 void HeadlessFiles::CreateEmpty(const std::string& path) {
