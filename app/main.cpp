@@ -1,4 +1,5 @@
 #include "platform/platform.h"
+#include "platform/win32/dpi.h"
 #include "platform/win32/event_pump.h"
 #include "platform/win32/event_window.h"
 #include "platform/win32/files.h"
@@ -9,6 +10,7 @@
 #include "window/orvane.h"
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+  orvane::DecideDpiAwareness();
   orvane::Win32Clock clock;
   orvane::EventWindow events;
   orvane::Win32SerialPort port(events);

@@ -54,16 +54,16 @@ class Glyph {
     struct Ends {
       double x0, y0, x1, y1;
     };
-    static constexpr std::array<Ends, 7> kEnds{{{18, 16, 78, 16},
-                                                {78, 16, 78, 87.5},
-                                                {78, 87.5, 78, 159},
-                                                {18, 159, 78, 159},
-                                                {18, 87.5, 18, 159},
-                                                {18, 16, 18, 87.5},
-                                                {18, 87.5, 78, 87.5}}};
+    static constexpr std::array<Ends, 7> kEnds{{{kLeft, 16, kRight, 16},
+                                                {kRight, 16, kRight, 87.5},
+                                                {kRight, 87.5, kRight, 159},
+                                                {kLeft, 159, kRight, 159},
+                                                {kLeft, 87.5, kLeft, 159},
+                                                {kLeft, 16, kLeft, 87.5},
+                                                {kLeft, 87.5, kRight, 87.5}}};
     const Ends& e = kEnds[static_cast<std::size_t>(index)];
     constexpr double kGap = 2.5;   // between two segments' tips
-    constexpr double kHalf = 8.0;  // half the width of a bar
+    constexpr double kHalf = 8.5;  // half the width of a bar
     std::array<PointF, 6> corners;
     if (e.y0 == e.y1) {
       corners = {At(e.x0 + kGap, e.y0),
@@ -84,13 +84,18 @@ class Glyph {
   }
 
   void Point(Canvas& canvas, Color color) const {
-    constexpr double kSide = 9.0;
-    const std::array<PointF, 4> corners{At(94 - kSide, 159 - kSide), At(94 + kSide, 159 - kSide),
-                                        At(94 + kSide, 159 + kSide), At(94 - kSide, 159 + kSide)};
+    constexpr double kSide = 7.5;
+    const std::array<PointF, 4> corners{At(kPoint - kSide, 159 - kSide), At(kPoint + kSide, 159 - kSide),
+                                        At(kPoint + kSide, 159 + kSide), At(kPoint - kSide, 159 + kSide)};
     canvas.FillPolygon(corners, color);
   }
 
  private:
+  // Between the digits lies room for a point that touches neither.
+  static constexpr double kLeft = 12;
+  static constexpr double kRight = 66;
+  static constexpr double kPoint = 88;
+
   PointF At(double x, double y) const {
     constexpr double kLean = 0.07;
     return {left_ + (x + (159.0 - y) * kLean) * unit_x_, top_ + y * unit_y_};

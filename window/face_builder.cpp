@@ -162,8 +162,8 @@ FormControls BuildFormControls(WindowSystem& windows, Form& form) {
     controls.cmdMenu[i] = NewButton(windows, form, layout::kMenuButtons[i], kMenus[i], {});
   }
   controls.cmdHelp = NewButton(windows, form, layout::kHelpButton, "?", "Help");
-  controls.cmdMinimize = NewButton(windows, form, layout::kMinimize, "_", "Minimize");
-  controls.cmdClose = NewButton(windows, form, layout::kClose, "x", "Close");
+  controls.cmdMinimize = NewButton(windows, form, layout::kMinimize, "\x96", "Minimize");
+  controls.cmdClose = NewButton(windows, form, layout::kClose, "\xD7", "Close");
   return controls;
 }
 

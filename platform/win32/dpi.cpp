@@ -1,0 +1,68 @@
+#include "platform/win32/dpi.h"
+
+#include "platform/win32/windows_api.h"
+
+#include <cstring>
+
+namespace orvane {
+namespace {
+
+// Calls that came with later versions of the system are looked up; the exe starts on Windows 7 as well.
+template <typename Function>
+Function Find(const char* name) {
+  const FARPROC found = ::GetProcAddress(::GetModuleHandleW(L"user32.dll"), name);
+  Function function = nullptr;
+  static_assert(sizeof(function) == sizeof(found));
+  std::memcpy(&function, &found, sizeof(found));
+  return function;
+}
+
+using Context = HANDLE;  // DPI_AWARENESS_CONTEXT in later headers
+Context ContextOf(INT_PTR value) {
+  return reinterpret_cast<Context>(value);
+}
+const INT_PTR kSystemAware = -2;
+const INT_PTR kUnawareGdiScaled = -5;
+
+int LogicalPixelsPerInch() {
+  const HDC screen = ::GetDC(nullptr);
+  const int pixels = ::GetDeviceCaps(screen, LOGPIXELSX);
+  ::ReleaseDC(nullptr, screen);
+  return pixels;
+}
+
+// An unaware process is told 96 everywhere. The thread looks with other eyes for a moment where that is
+// possible (Windows 10 from 1607); before, the screen's true width against the one the process is told gives
+// the scale.
+int TruePixelsPerInch() {
+  const auto set_context = Find<Context(WINAPI*)(Context)>("SetThreadDpiAwarenessContext");
+  if (set_context != nullptr) {
+    const Context before = set_context(ContextOf(kSystemAware));
+    const auto dpi_for_system = Find<UINT(WINAPI*)()>("GetDpiForSystem");
+    const int pixels =
+        dpi_for_system != nullptr ? static_cast<int>(dpi_for_system()) : LogicalPixelsPerInch();
+    set_context(before);
+    return pixels;
+  }
+  const HDC screen = ::GetDC(nullptr);
+  const int told = ::GetDeviceCaps(screen, HORZRES);
+  const int real = ::GetDeviceCaps(screen, DESKTOPHORZRES);
+  ::ReleaseDC(nullptr, screen);
+  return told > 0 ? ::MulDiv(LogicalPixelsPerInch(), real, told) : LogicalPixelsPerInch();
+}
+
+}  // namespace
+
+void DecideDpiAwareness() {
+  constexpr int kLargeFace = 120;
+  if (TruePixelsPerInch() == kLargeFace) {
+    ::SetProcessDPIAware();
+    return;
+  }
+  // Sharp text and lines while the system enlarges, where it knows how (Windows 10 from 1703); else plain
+  // enlarging.
+  const auto set_process = Find<BOOL(WINAPI*)(Context)>("SetProcessDpiAwarenessContext");
+  if (set_process != nullptr) set_process(ContextOf(kUnawareGdiScaled));
+}
+
+}  // namespace orvane
