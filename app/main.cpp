@@ -10,14 +10,14 @@
 #include "window/orvane.h"
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-  orvane::DecideDpiAwareness();
+  const int pixels_per_inch = orvane::DecideDpiAwareness();
   orvane::Win32Clock clock;
   orvane::EventWindow events;
   orvane::Win32SerialPort port(events);
   orvane::Win32EventPump pump(clock, port);
   orvane::Win32ProfileStore profiles;
   orvane::Win32Files files;
-  orvane::Win32WindowSystem windows(events);
+  orvane::Win32WindowSystem windows(events, pixels_per_inch);
   orvane::Win32SingleInstance instance;
   orvane::Win32Shell shell;
   orvane::Platform platform{clock, pump, port, profiles, files, windows, instance, shell};

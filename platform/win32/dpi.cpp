@@ -53,16 +53,18 @@ int TruePixelsPerInch() {
 
 }  // namespace
 
-void DecideDpiAwareness() {
+int DecideDpiAwareness() {
+  constexpr int kDesign = 96;
   constexpr int kLargeFace = 120;
   if (TruePixelsPerInch() == kLargeFace) {
     ::SetProcessDPIAware();
-    return;
+    return kLargeFace;
   }
   // Sharp text and lines while the system enlarges, where it knows how (Windows 10 from 1703); else plain
   // enlarging.
   const auto set_process = Find<BOOL(WINAPI*)(Context)>("SetProcessDpiAwarenessContext");
   if (set_process != nullptr) set_process(ContextOf(kUnawareGdiScaled));
+  return kDesign;
 }
 
 }  // namespace orvane

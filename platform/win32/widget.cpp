@@ -44,12 +44,6 @@ std::optional<Key> KeyOf(WPARAM code, bool shift) {
 
 }  // namespace
 
-WindowContext::WindowContext() {
-  const HDC screen = ::GetDC(nullptr);
-  pixels_per_inch = {::GetDeviceCaps(screen, LOGPIXELSX), ::GetDeviceCaps(screen, LOGPIXELSY)};
-  ::ReleaseDC(nullptr, screen);
-}
-
 void WindowContext::SetToolTip(HWND widget, std::string_view text) {
   if (tips_ == nullptr) {
     tips_ = ::CreateWindowExW(

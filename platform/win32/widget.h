@@ -11,7 +11,7 @@ namespace orvane {
 /// What all windows of the program share: fonts, painting memory, the screen's resolution, tooltips.
 class WindowContext {
  public:
-  WindowContext();
+  explicit WindowContext(int resolution) : pixels_per_inch{resolution, resolution} {}
 
   Size pixels_per_inch;
   bool hourglass = false;
