@@ -1,0 +1,103 @@
+#include "settings/ov_user_settings.h"
+#include "tests/contract/platform_under_test.h"
+
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+// The system's files, with a folder of the test's own as the program's.
+class FilesOfProgramIn final : public Files {
+ public:
+  FilesOfProgramIn(Files& files, std::string folder) : files_(files), folder_(std::move(folder)) {}
+  std::string ProgramFolder() override { return folder_; }
+  char Separator() const override { return files_.Separator(); }
+  bool IsNormalFile(const std::string& path) override { return files_.IsNormalFile(path); }
+  void CreateEmpty(const std::string& path) override { files_.CreateEmpty(path); }
+  bool CanRead(const std::string& path) override { return files_.CanRead(path); }
+  bool CanWrite(const std::string& path) override { return files_.CanWrite(path); }
+  std::string Read(const std::string& path, std::size_t limit) override { return files_.Read(path, limit); }
+  bool CopyWhole(const std::string& from, const std::string& to) override {
+    return files_.CopyWhole(from, to);
+  }
+
+ private:
+  Files& files_;
+  std::string folder_;
+};
+
+struct CountingClock final : Clock {
+  std::int32_t GetTickCount() override { return blocked; }
+  void Block(std::int32_t ms) override { blocked += ms; }
+  std::int32_t blocked = 0;
+};
+
+// The whole way of the settings on the system that the program will run on.
+class UserSettingsContract : public testing::Test {
+ protected:
+  struct Run {
+    explicit Run(UserSettingsContract& test)
+        : kept(test.platform_.Profiles(), test.files_, test.clock_, [](const std::string&) {}) {
+      kept.LoadUserSettings();
+      kept.LoadMeterSettings();
+    }
+    void Save(const UserSettings& settings) {
+      kept.Settings() = settings;
+      kept.SaveUserSettings();
+      kept.SaveMeterSettings();
+    }
+    OVUserSettings kept;
+  };
+  UserSettings Loaded() { return Run(*this).kept.Settings(); }
+
+  PlatformUnderTest platform_;
+  FilesOfProgramIn files_{platform_.TheFiles(), platform_.Folder().Path()};
+  CountingClock clock_;
+  const std::string path_ = platform_.Folder().Path("Orvane.dat");
+  const UserSettings other_{"12", "9600", true, true, -5, 70000, 0, -1, 3, "My Cli;ent \xE4", 2147483647};
+};
+
+TEST_F(UserSettingsContract, ASaveGivesBackTheSameRecord) {
+  EXPECT_EQ(Loaded(), UserSettings{});
+  EXPECT_EQ(FileBytes(path_), "");
+  Run(*this).Save(other_);
+  EXPECT_EQ(Loaded(), other_);
+  EXPECT_EQ(platform_.Folder().Count(), 2U) << "the file and its copy";
+}
+
+TEST_F(UserSettingsContract, ABlankFileIsReplacedByTheCopy) {
+  Run(*this).Save(other_);
+  Run(*this).Save(other_);
+  for (const std::string& blank : {std::string(), std::string(300, '\0')}) {
+    PutFile(path_, blank);
+    Run run(*this);
+    EXPECT_EQ(run.kept.Trouble(), SettingsTrouble::kRestored);
+    EXPECT_EQ(run.kept.Settings(), other_);
+    run.Save(UserSettings{});
+    EXPECT_EQ(Loaded(), UserSettings{});
+    Run(*this).Save(other_);
+    Run(*this).Save(other_);
+  }
+}
+
+TEST_F(UserSettingsContract, AFileOfZerosWithoutCopyTakesNewSettings) {
+  PutFile(path_, std::string(300, '\0'));
+  Run(*this).Save(other_);
+  EXPECT_EQ(Loaded(), other_);
+}
+
+TEST_F(UserSettingsContract, AFileInUseIsNotSavedOver) {
+  Run(*this).Save(other_);
+  const std::string content = FileBytes(path_);
+  platform_.Hold(path_);
+  Run run(*this);
+  EXPECT_EQ(run.kept.Trouble(), SettingsTrouble::kInUse);
+  EXPECT_EQ(run.kept.Settings(), UserSettings{});
+  EXPECT_LE(clock_.blocked, 300);
+  platform_.Release(path_);
+  run.Save(UserSettings{});
+  EXPECT_EQ(FileBytes(path_), content);
+}
+
+}  // namespace
+}  // namespace orvane
