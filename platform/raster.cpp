@@ -65,8 +65,7 @@ void Rasterizer::FillPolygon(const Surface& surface, std::span<const PixelPoint>
   Blend(surface, color, alpha);
 }
 
-// Walks an edge row by row. Left of the box an edge still covers everything to its right, so its x is held at
-// the border; right of the box it covers nothing that is drawn.
+// Walks an edge row by row.
 void Rasterizer::AddEdge(PixelPoint from, PixelPoint to) {
   if (from.y == to.y) return;
   const double direction = from.y < to.y ? 1.0 : -1.0;
@@ -78,12 +77,28 @@ void Rasterizer::AddEdge(PixelPoint from, PixelPoint to) {
     const double y0 = std::max(top, static_cast<double>(y));
     const double y1 = std::min(bottom, static_cast<double>(y + 1));
     if (y1 <= y0) continue;
-    const auto limit = static_cast<double>(box_.width);
-    const double x0 = std::clamp(from.x + (y0 - from.y) * slope - box_.left, 0.0, limit);
-    const double x1 = std::clamp(from.x + (y1 - from.y) * slope - box_.left, 0.0, limit);
+    const double x0 = from.x + (y0 - from.y) * slope - box_.left;
+    const double x1 = from.x + (y1 - from.y) * slope - box_.left;
     float* row = coverage_.data() + static_cast<std::ptrdiff_t>(y - box_.top) * (box_.width + 2);
-    AddSpan(row, std::min(x0, x1), std::max(x0, x1), direction * (y1 - y0));
+    AddCutSpan(row, std::min(x0, x1), std::max(x0, x1), direction * (y1 - y0));
   }
+}
+
+// Left of the box an edge still covers everything to its right, so what lies there counts at the border;
+// right of the box it covers nothing that is drawn. A flat edge may lie in all three parts within one row.
+void Rasterizer::AddCutSpan(float* row, double x0, double x1, double height) {
+  const auto limit = static_cast<double>(box_.width);
+  if (x0 < 0.0 && x1 > 0.0) {
+    const double outside = height * -x0 / (x1 - x0);
+    AddSpan(row, 0.0, 0.0, outside);
+    height -= outside;
+    x0 = 0.0;
+  }
+  if (x0 < limit && x1 > limit) {
+    height *= (limit - x0) / (x1 - x0);
+    x1 = limit;
+  }
+  AddSpan(row, std::clamp(x0, 0.0, limit), std::clamp(x1, 0.0, limit), height);
 }
 
 // Spreads one row's part of an edge, from x0 to x1, over the pixels that it crosses: each gets the share of

@@ -38,6 +38,7 @@ class Rasterizer {
 
  private:
   void AddEdge(PixelPoint from, PixelPoint to);
+  void AddCutSpan(float* row, double x0, double x1, double height);
   void AddSpan(float* row, double x0, double x1, double height);
   void Blend(const Surface& surface, Color color, int alpha) const;
 
