@@ -31,7 +31,7 @@ void MeterSearch::FindMeter() {
   const ScopedTrue guard(attempt_running_);
   restarted_ = false;
   link_.events.EnableFindMeter(false);
-  if (Attempt([this] { TryOnce(); }) || restarted_) return;
+  if (Attempt([this] { TryOnce(); })) return;
   // Also when the next attempt was due already: a port that cannot be opened is not tried again each second,
   // with a box each time.
   link_.events.EnableFindMeter(false);

@@ -36,6 +36,7 @@ void HeadlessSerialPort::Open() {
   if (!present_ || number_ < 1) throw RuntimeError(Fault::kInvalidPort, "opening a port that is not there");
   if (busy_) throw RuntimeError(Fault::kPortUnavailable, "opening a port that is in use");
   open_ = true;
+  opened_number_ = number_;
   ++opening_;
   TellLine();
 }
@@ -127,7 +128,7 @@ void HeadlessSerialPort::RequireLine(const char* doing) const {
 }
 
 void HeadlessSerialPort::SendOut(const std::string& bytes) {
-  writes_.push_back({time_.Now(), bytes, settings_});
+  writes_.push_back({time_.Now(), bytes, settings_, opened_number_});
   Raise(CommEvent::kSend);
   if (peer_.on_write) peer_.on_write(bytes, time_.Now());
 }

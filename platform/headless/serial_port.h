@@ -30,6 +30,7 @@ class HeadlessSerialPort final : public SerialPort {
     std::int64_t at = 0;  ///< VirtualTime::Now
     std::string bytes;
     std::string settings;
+    int port = 0;  ///< number of the port that was opened
   };
   /// How long the line may refuse its bytes before kTxFull, milliseconds.
   static constexpr std::int64_t kTakeLimitMs = 1000;
@@ -81,6 +82,7 @@ class HeadlessSerialPort final : public SerialPort {
   CommListener* listener_ = nullptr;
   Peer peer_;
   int number_ = 1;
+  int opened_number_ = 0;
   std::string settings_ = "9600,N,8,1";
   bool open_ = false;
   std::uint32_t opening_ = 0;  // events of an earlier opening do not reach the program

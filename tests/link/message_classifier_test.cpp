@@ -41,7 +41,7 @@ TEST_P(ClassifierShapes, Messages) {
       {"a row in another reply", "\x02V2\x03" + Line("R1"), "beep; R1 M0 V0 S1 F0"},
       {"a row wins over a mode before it", "\x02M2" + Line("R1"), "beep; R1 M0 V0 S1 F0"},
       {"a mode in another reply", "\x02V2\x03" + Line("M3"), "mode;beep; R0 M3 V0 S1 F0"},
-      {"eight characters of a row count", "\x02R1234567\x03zz\r\n", "beep; R0 M0 V0 S1 F0"},
+      {"eight characters of a row count", "\x02R0000012\x03zz\r\n", "beep; R1 M0 V0 S1 F0"},
       {"a mode without STX is nothing", "M3\x03zz\r\n", " R0 M0 V0 S1 F0"},
       {"letters go by case", Line("v2"), "beep; R0 M0 V0 S1 F0"},
       {"small letters that mean nothing", Line("a1") + Line("n1") + Line("71"), " R0 M0 V0 S1 F0"},

@@ -93,14 +93,24 @@ TEST_F(Search, ALateAnswerIsTaken) {
   EXPECT_EQ(port.Writes()[2].at - port.Writes()[1].at, 1700 + 51);
 }
 
+// Too late for its attempt: it keeps the next one from starting.
+TEST_F(Search, ALateAnswerStartsNoOtherAttempt) {
+  link.FindMeter();
+  Feed(Line("vVersion"));
+  EXPECT_FALSE(events.FindMeterEnabled());
+  EXPECT_FALSE(link.Flags().MeterSearchRunning);
+}
+
 TEST_F(Search, ASilentMeterCostsTwoSecondsAndTheNextSpeedIsTried) {
+  std::string openings;
+  port.SetPeer({{}, [&](bool open, std::string_view) { openings += open ? '+' : '-'; }});
   link.FindMeter();
   EXPECT_EQ(Commands(), (Texts{"D0", "v?", "D0"}));
   EXPECT_EQ(port.Writes()[2].at - port.Writes()[1].at, 251 + 1501 + 51);
   EXPECT_EQ(events.log, (Texts{"status 38400,N,8,1"}));
   EXPECT_EQ(settings.saves, 1);
   EXPECT_EQ(settings.baud_rate, "38400");
-  EXPECT_TRUE(port.PortOpen());
+  EXPECT_EQ(openings, "+-++") << "opened, closed after the failure, opened by D0, set to the next speed";
   EXPECT_TRUE(events.FindMeterEnabled());
   link.FindMeter();
   EXPECT_EQ(port.Settings(), "19200,N,8,1");
@@ -137,6 +147,7 @@ TEST_F(Search, TheOperatorIsAskedOnceAfterTenFailures) {
 
 TEST_F(Search, CancelEndsTheSearch) {
   events.answer = false;
+  replies["v?"] = "!Hello";  // a notice asks for another attempt, which a cancelled search does not make
   EXPECT_EQ(Speeds(12).size(), 11U);
   EXPECT_EQ(events.Count(kAsk), 1);
   EXPECT_TRUE(link.Flags().SearchAbandoned);
@@ -207,20 +218,33 @@ TEST_F(Search, ANoticeDuringAnAttemptDoesNotNestAnother) {
   EXPECT_TRUE(link.Flags().MeterFound);
 }
 
+// At 1100 before the version is asked for, at 2000 while the answer is waited for.
 TEST_F(Search, OtherPortSettingsAppliedInsideAnAttempt) {
-  events.EnableFindMeter(true);
-  time.Post(EventKind::kInput, 2000, [this] {
-    AnswerAll();
-    meter_settings = "4800,N,8,1";
-    settings.comm_port = "12";
-    settings.baud_rate = "4800";
+  for (const int at : {1100, 2000}) {
+    replies.clear();
+    settings.comm_port = "2";
     link.ApplyPortSettings();
-  });
+    port.ClearWrites();
+    events.log.clear();
+    time.Post(EventKind::kInput, at, [this] {
+      AnswerAll();
+      meter_settings = "4800,N,8,1";
+      settings.comm_port = "12";
+      settings.baud_rate = "4800";
+      link.ApplyPortSettings();
+      port.ClearWrites();
+    });
+    time.RunFor(10000);
+    EXPECT_TRUE(link.Flags().MeterFound);
+    for (const auto& written : port.Writes())
+      EXPECT_EQ(written.port, 12) << at;
+    EXPECT_EQ(settings.baud_rate, "4800");
+    EXPECT_EQ(events.Count("status 38400,N,8,1"), 0) << "the old attempt went on";
+  }
+  replies.clear();
+  link.ApplyPortSettings();
   time.RunFor(10000);
-  EXPECT_TRUE(link.Flags().MeterFound);
-  EXPECT_EQ(port.CommPort(), 12);
-  EXPECT_EQ(settings.baud_rate, "4800");
-  EXPECT_EQ(events.Count("status 38400,N,8,1"), 0) << "the old attempt went on";
+  EXPECT_FALSE(link.Flags().MeterFound) << "the meter at the old port is forgotten";
 }
 
 TEST_F(Search, StopAndClose) {

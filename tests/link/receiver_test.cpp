@@ -56,6 +56,9 @@ TEST_F(ReceiverTest, OverflowSavesTheBytesForTheNextArrival) {
   ASSERT_TRUE(time.RunUntil([this] { return !events.log.empty(); }, 0));
   EXPECT_EQ(events.lines, 0);
   EXPECT_EQ(events.rx, 0);
+  std::string left;
+  port.TakeReceived(left);
+  EXPECT_EQ(left, "");
   time.DeliverPending();
   EXPECT_EQ(events.log, (std::vector<std::string>{"status !Overflow", "line 1"}));
   Feed("2\n");
@@ -144,14 +147,19 @@ TEST_F(Resync, ABurstOfFramingErrorsSearchesOnce) {
 
 TEST_F(Resync, ErrorsDuringTheNewSearchDoNotStartAnother) {
   FeedEvent(CommEvent::kFrame);
-  meter_settings = "19200,N,8,1";
-  time.RunFor(1500);
-  port.Raise(CommEvent::kFrame);
+  for (int at = 100; at < 2400; at += 100)  // the parameters are loaded by then
+    time.Post(EventKind::kArrival, at, [this] { port.Raise(CommEvent::kFrame); });
   time.RunFor(20000);
-  EXPECT_TRUE(link.Flags().MeterFound);
-  EXPECT_EQ(link.State().FirmwareVersion, "Version 1");
   const auto commands = Commands();
-  EXPECT_EQ(std::count(commands.begin(), commands.end(), "D1"), 1);
+  EXPECT_EQ(std::count(commands.begin(), commands.end(), "v?"), 1);
+  EXPECT_EQ(commands.back(), "D1");
+}
+
+TEST_F(Resync, AParameterLoadEndsThePendingState) {
+  FeedEvent(CommEvent::kFrame);
+  link.LoadMeterParameters(5);
+  EXPECT_FALSE(link.Flags().ResyncPending);
+  EXPECT_EQ(port.Writes()[2].at - port.Writes()[1].at, 56);
 }
 
 TEST(RxBuffer, CutsLinesInOrder) {
