@@ -30,7 +30,8 @@ void Timer::OnSystemTick() {
   }
   started_ += passed;
   Arm(interval_);
-  if (Tick) Tick();
+  const auto tick = Tick;  // may replace itself, or end its timer
+  if (tick) tick();
 }
 
 }  // namespace orvane

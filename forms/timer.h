@@ -16,6 +16,7 @@ class Timer {
   Timer(WindowSystem& windows, Clock& clock, int interval_ms)
       : windows_(windows), clock_(clock), interval_(interval_ms) {}
 
+  /// May switch its timer, replace itself, and end the timer.
   std::function<void()> Tick;
 
   int Interval() const { return interval_; }
