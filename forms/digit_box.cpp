@@ -39,7 +39,9 @@ bool FillCells(std::string_view text, std::size_t count, std::array<Cell, kMostC
     cell.point = point;
     point = false;
   }
-  if (point && place > 0) cells[place - 1].point = true;  // ".50": the point stands behind an empty place
+  if (!point) return true;
+  if (place == 0) return false;
+  cells[place - 1].point = true;  // ".50": the point stands behind an empty place
   return true;
 }
 
