@@ -105,6 +105,15 @@ struct TimerHandle {
   virtual ~TimerHandle() = default;
 };
 
+/// One line of a popup menu. A line with lines below it opens them as a menu of their own.
+struct MenuItem {
+  int id = 0;
+  std::string text;
+  bool checked = false;
+  bool separator = false;
+  std::vector<MenuItem> submenu = {};
+};
+
 enum class BoxStyle { kPlain, kOkCancel, kInformation = 64, kCritical = 16 };
 enum class BoxAnswer { kOk = 1, kCancel = 2 };
 
@@ -118,6 +127,9 @@ struct WindowSystem {
   virtual std::unique_ptr<TimerHandle> StartTimer(int milliseconds, std::function<void()> tick) = 0;
   /// Shows a box and waits for its button. Events go on meanwhile.
   virtual BoxAnswer ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) = 0;
+  /// Opens a menu at the pointer, its right edge there, and waits until it is closed. Events go on meanwhile.
+  /// @return the chosen line's id, 0 when the menu was dismissed
+  virtual int ShowPopupMenu(const std::vector<MenuItem>& items) = 0;
   virtual Size ScreenSize() = 0;                                          ///< twips
   virtual Size PixelsPerInch() = 0;                                       ///< horizontal and vertical
   virtual Size MeasureText(std::string_view text, const Font& font) = 0;  ///< twips

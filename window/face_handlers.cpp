@@ -10,15 +10,20 @@ namespace orvane {
 namespace {
 
 // Mouse messages that the tray icon sends as a horizontal position in pixels.
+constexpr int kTrayMove = 512;
 constexpr int kTrayDoubleClick = 515;
 
-void OnLeft(WindowedControl& control, std::function<void()> action) {
-  control.MouseUp = [act = std::move(action)](const MouseEvent& event) {
-    if (event.button == kLeftButton) act();
+}  // namespace
+
+// Adds to what a control does already: the left button may have a meaning of its own beside the menu of the
+// right one.
+void Orvane::OnButton(WindowedControl& control, int button, std::function<void()> action) {
+  control.MouseUp = [before = std::move(control.MouseUp), button,
+                     act = std::move(action)](const MouseEvent& event) {
+    if (before) before(event);
+    if (event.button == button) act();
   };
 }
-
-}  // namespace
 
 // The face has no caption: it is dragged wherever nothing else happens, and a double click changes the view.
 void Orvane::ConnectFace() {
@@ -59,25 +64,26 @@ void Orvane::ConnectFace() {
 void Orvane::ConnectButtons() {
   for (int i = 0; i < static_cast<int>(kRangeButtons); ++i) {
     const auto k = static_cast<std::size_t>(i);
-    OnLeft(*meter_controls_.forward.cmdRange[k], [this, i] { OnForwardRange(i); });
-    OnLeft(*meter_controls_.reflected.cmdRange[k], [this, i] { OnReflectedRange(i); });
+    OnButton(*meter_controls_.forward.cmdRange[k], kLeftButton, [this, i] { OnForwardRange(i); });
+    OnButton(*meter_controls_.reflected.cmdRange[k], kLeftButton, [this, i] { OnReflectedRange(i); });
   }
   for (std::int16_t i = 0; i < static_cast<std::int16_t>(kModes); ++i) {
-    OnLeft(*meter_controls_.cmdMode[static_cast<std::size_t>(i)], [this, i] { modes_.Choose(i); });
+    OnButton(*meter_controls_.cmdMode[static_cast<std::size_t>(i)], kLeftButton,
+             [this, i] { modes_.Choose(i); });
   }
-  OnLeft(*form_controls_.cmdMinimize, [this] { Minimize(); });
-  OnLeft(*form_controls_.cmdClose, [this] { Form_Unload(0); });
+  OnButton(*form_controls_.cmdMinimize, kLeftButton, [this] { Minimize(); });
+  OnButton(*form_controls_.cmdClose, kLeftButton, [this] { Form_Unload(0); });
 }
 
 // The meter resets its alarms when it is told to; the lamps follow when it reports that they are off.
 void Orvane::ConnectAlarms() {
-  OnLeft(*meter_controls_.lblPwrAlarm, [this] {
+  OnButton(*meter_controls_.lblPwrAlarm, kLeftButton, [this] {
     if (link_.State().PwrAlarm != 0) link_.SendCommand("A");
   });
-  OnLeft(*meter_controls_.lblSWRAlarm, [this] {
+  OnButton(*meter_controls_.lblSWRAlarm, kLeftButton, [this] {
     if (link_.State().SWRAlarm != 0) link_.SendCommand("A");
   });
-  OnLeft(*meter_controls_.cmdResetAlarms, [this] {
+  OnButton(*meter_controls_.cmdResetAlarms, kLeftButton, [this] {
     if (link_.State().PwrAlarm != 0 || link_.State().SWRAlarm != 0) link_.SendCommand("A");
   });
 }
@@ -92,13 +98,18 @@ void Orvane::OnReflectedRange(int index) {
   display_.ChooseReflectedRange(index);
 }
 
-// A release over the tray icon comes in here as well; its message number is the horizontal position in
-// pixels.
+// What happens at the tray icon comes in here as well: as a release of the right button at the very top, with
+// the message's number for a horizontal position in pixels.
 void Orvane::OnFaceMouseUp(const MouseEvent& event) {
+  if (event.button != kRightButton) return;
   const int pixel = event.at.x / (kTwipsPerInch / platform_.windows.PixelsPerInch().width);
-  if (pixel != kTrayDoubleClick || event.at.y != 0 || event.button != kRightButton) return;
-  TopWindow& window = form_.Window();
-  window.SetState(window.State() == WindowState::kNormal ? WindowState::kMinimized : WindowState::kNormal);
+  const bool from_tray = event.at.y == 0;
+  if (from_tray && pixel == kTrayDoubleClick) {
+    TopWindow& window = form_.Window();
+    window.SetState(window.State() == WindowState::kNormal ? WindowState::kMinimized : WindowState::kNormal);
+  } else if (!from_tray || pixel != kTrayMove) {
+    OpenMainMenu();
+  }
 }
 
 void Orvane::ShowLogo(bool colour) {

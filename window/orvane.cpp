@@ -43,6 +43,7 @@ Orvane::Orvane(Platform& platform)
   ConnectFace();
   ConnectButtons();
   ConnectAlarms();
+  ConnectMenus();
 }
 
 void Orvane::ShowStatus(std::string_view text, StatusTone tone) {

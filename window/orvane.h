@@ -75,6 +75,14 @@ class Orvane : private LinkEvents {
   void ConnectFace();
   void ConnectButtons();
   void ConnectAlarms();
+  void ConnectMenus();
+  static void OnButton(WindowedControl& control, int button, std::function<void()> action);
+  bool OnFaceKey(Key key);
+  void OpenMainMenu();
+  void OpenWindowMenu();
+  void OpenSettingsMenu();
+  void OpenHelpMenu();
+  void ShowHelp();
   void OnFaceMouseUp(const MouseEvent& event);
   void OnLogoMouseUp(const MouseEvent& event);
   void ShowLogo(bool colour);

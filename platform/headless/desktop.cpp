@@ -129,6 +129,15 @@ BoxAnswer HeadlessDesktop::ShowMessageBox(std::string_view text, std::string_vie
   return answer;
 }
 
+int HeadlessDesktop::ShowPopupMenu(const std::vector<MenuItem>& items) {
+  menus.push_back(items);
+  if (menu_ms > 0) time_.RunFor(menu_ms);
+  if (choices.empty()) return 0;
+  const int choice = choices.front();
+  choices.pop_front();
+  return choice;
+}
+
 Picture HeadlessDesktop::LoadPicture(const std::string& path) {
   for (const auto& [end, picture] : pictures) {
     if (path.ends_with(end) && picture) return picture;

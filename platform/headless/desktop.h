@@ -145,6 +145,7 @@ class HeadlessDesktop : public WindowSystem {
   std::unique_ptr<Widget> CreateChild(Widget& container, WidgetClient& client, const Rect& bounds) override;
   std::unique_ptr<TimerHandle> StartTimer(int milliseconds, std::function<void()> tick) override;
   BoxAnswer ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) override;
+  int ShowPopupMenu(const std::vector<MenuItem>& items) override;
   Size ScreenSize() override { return screen; }
   Size PixelsPerInch() override { return pixels_per_inch; }
   Size MeasureText(std::string_view text, const Font& font) override;
@@ -168,6 +169,11 @@ class HeadlessDesktop : public WindowSystem {
   std::deque<BoxAnswer> answers;
   /// How long a box stays open; events go on meanwhile.
   int box_ms = 0;
+  /// Menus that were opened, and what is chosen in those to come, in turn; dismissed when the queue is empty.
+  std::vector<std::vector<MenuItem>> menus;
+  std::deque<int> choices;
+  /// How long a menu stays open; events go on meanwhile.
+  int menu_ms = 0;
   /// Called while a box is open.
   std::function<void(const ShownBox&)> on_box;
 

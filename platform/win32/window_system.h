@@ -28,6 +28,7 @@ class Win32WindowSystem : public WindowSystem {
   std::unique_ptr<Widget> CreateChild(Widget& container, WidgetClient& client, const Rect& bounds) override;
   std::unique_ptr<TimerHandle> StartTimer(int milliseconds, std::function<void()> tick) override;
   BoxAnswer ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) override;
+  int ShowPopupMenu(const std::vector<MenuItem>& items) override;
   Size ScreenSize() override;
   Size PixelsPerInch() override { return context_.pixels_per_inch; }
   Size MeasureText(std::string_view text, const Font& font) override;

@@ -1,0 +1,96 @@
+#include "platform/wait.h"
+#include "window/menus.h"
+#include "window/orvane.h"
+
+// What the popup menus do.
+
+namespace orvane {
+namespace {
+
+constexpr std::int32_t kMenuPauseMs = 50;
+constexpr std::int32_t kClosePauseMs = 500;
+constexpr std::int32_t kFlowPauseMs = 1500;
+
+}  // namespace
+
+void Orvane::ConnectMenus() {
+  const std::array<void (Orvane::*)(), 3> actions{&Orvane::OpenWindowMenu, &Orvane::OpenSettingsMenu,
+                                                  &Orvane::OpenHelpMenu};
+  for (std::size_t i = 0; i < actions.size(); ++i) {
+    form_controls_.cmdMenu[i]->MouseUp = [this, action = actions[i]](const MouseEvent&) {
+      (this->*action)();
+    };
+  }
+  OnButton(*form_controls_.cmdHelp, kLeftButton, [this] { ShowHelp(); });
+  form_.KeyDown = [this](Key key) { return OnFaceKey(key); };
+  MeterControls& meter = meter_controls_;
+  for (WindowedControl* control : std::initializer_list<WindowedControl*>{
+           form_controls_.imgLogo.get(), form_controls_.lblMessage[0].get(),
+           form_controls_.lblMessage[1].get(), meter.lblPort.get(), meter.lblPwrAlarm.get(),
+           meter.lblSWRAlarm.get(), meter.lblShowStatus.get(), meter.forward.pbxGraph.get(),
+           meter.reflected.pbxGraph.get(), meter.pbxModePanel.get(), meter.forward.pbxRangeButtons.get(),
+           meter.reflected.pbxRangeButtons.get()}) {
+    OnButton(*control, kRightButton, [this] { OpenMainMenu(); });
+  }
+}
+
+bool Orvane::OnFaceKey(Key key) {
+  if (key == Key::kMenu) OpenMainMenu();
+  if (key == Key::kF1) ShowHelp();
+  return key == Key::kMenu || key == Key::kF1;
+}
+
+// The system takes a moment over each part of the menu; the command goes out when all of them are gone.
+void Orvane::OpenMainMenu() {
+  const int chosen = platform_.windows.ShowPopupMenu(menus::MainMenu(link_.State(), link_.Lists()));
+  for (int part = 0; part < menus::kMainMenuParts; ++part) {
+    WaitTicks(platform_.clock, platform_.pump, kMenuPauseMs);
+  }
+  if (const auto setting = menus::SettingOf(chosen)) link_.ChangeSetting(setting->letter, setting->value);
+}
+
+void Orvane::OpenWindowMenu() {
+  TopWindow& window = form_.Window();
+  switch (platform_.windows.ShowPopupMenu(menus::WindowMenu())) {
+    case menus::kClose:
+      Attempt([this] { WaitTicks(platform_.clock, platform_.pump, kClosePauseMs); });
+      Form_Unload(0);
+      break;
+    case menus::kMinimize:
+      if (window.State() != WindowState::kMinimized) window.SetState(WindowState::kMinimized);
+      break;
+    case menus::kRestore:
+      if (window.State() != WindowState::kNormal) window.SetState(WindowState::kNormal);
+      break;
+    default:
+      break;
+  }
+}
+
+void Orvane::OpenSettingsMenu() {
+  switch (platform_.windows.ShowPopupMenu(menus::SettingsMenu())) {
+    case menus::kStartDataFlow:
+      link_.SetDataFlow(false);
+      WaitTicks(platform_.clock, platform_.pump, kFlowPauseMs);
+      link_.SetDataFlow(true);
+      break;
+    case menus::kStopDataFlow:
+      link_.SetDataFlow(false);
+      break;
+    default:
+      break;
+  }
+}
+
+void Orvane::OpenHelpMenu() {
+  if (platform_.windows.ShowPopupMenu(menus::HelpMenu()) == menus::kHelpContents) ShowHelp();
+}
+
+void Orvane::ShowHelp() {
+  const char separator = platform_.files.Separator();
+  const std::string path =
+      platform_.files.ProgramFolder() + separator + "Help" + separator + "OrvaneLite.html";
+  if (!launches_.OpenDocument(path)) status_.ShowAlert("The help could not be opened.");
+}
+
+}  // namespace orvane
