@@ -45,8 +45,22 @@ bool CommandButton::KeyPressed(const KeyEvent& event) {
   return true;
 }
 
+void CommandButton::OnMouse(const MouseEvent& event) {
+  const bool let_go = event.action == MouseAction::kUp && event.button == kLeftButton;
+  if (let_go && !(pressed_ && Contains(event.at))) {
+    PointerChanged(event);
+    return;
+  }
+  WindowedControl::OnMouse(event);
+}
+
+// The end of a Space that is held goes to whoever has the keyboard then.
+void CommandButton::OnFocus(bool has_focus) {
+  if (!has_focus && Assign(pressed_, false)) Invalidate();
+  WindowedControl::OnFocus(has_focus);
+}
+
 void CommandButton::PointerChanged(const MouseEvent& event) {
-  const bool inside = Rect{0, 0, Width(), Height()}.Contains(event.at);
   bool changed = false;
   switch (event.action) {
     case MouseAction::kDown:
@@ -57,7 +71,7 @@ void CommandButton::PointerChanged(const MouseEvent& event) {
       changed = Assign(pressed_, false);
       break;
     case MouseAction::kMove:
-      changed = Assign(hot_, inside);
+      changed = Assign(hot_, Contains(event.at));
       break;
     case MouseAction::kLeave:
       changed = Assign(hot_, false);
