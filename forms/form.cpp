@@ -34,8 +34,11 @@ void Form::Paint(Canvas& canvas) const {
   if (picture_) canvas.DrawPicture({0, 0}, *picture_);
 }
 
+// The user moves the window, and TopWindow::MoveTo does; from here it only gets its size.
 void Form::PlaceChanged(const Rect& before) {
-  if (before != Bounds()) window_->SetBounds(Bounds());
+  if (before == Bounds()) return;
+  const Rect place = window_->Bounds();
+  window_->SetBounds({place.left, place.top, Width(), Height()});
 }
 
 }  // namespace orvane
