@@ -1,0 +1,302 @@
+#include "forms/command_button.h"
+#include "forms/form.h"
+#include "forms/label.h"
+#include "forms/picture_box.h"
+#include "forms/shape.h"
+#include "tests/support/paint.h"
+
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+constexpr Color kRed = MakeColor(255, 0, 0);
+constexpr Color kGreen = MakeColor(0, 255, 0);
+constexpr Rect kPlace{300, 300, 600, 300};
+
+class ControlsTest : public testing::Test {
+ protected:
+  /// How often `window` is asked to paint again by `change`.
+  template <typename Change>
+  static int Cost(const HeadlessWindow& window, Change change) {
+    const int before = window.Invalidations();
+    change();
+    return window.Invalidations() - before;
+  }
+  PaintedDesktop::Made& Last() { return desktop.made.back(); }
+
+  VirtualTime time;
+  PaintedDesktop desktop{time};
+  Form form{desktop, "form", {3000, 3000}};
+};
+
+TEST_F(ControlsTest, EqualValuesOfALabelCostNothing) {
+  Label label(desktop, form, kPlace, {{}, kRed, Align::kLeft, std::nullopt}, "text");
+  const HeadlessWindow& window = *Last().window;
+  EXPECT_EQ(Cost(window, [&] { label.SetCaption("text"); }), 0);
+  EXPECT_EQ(Cost(window, [&] { label.SetForeColor(kRed); }), 0);
+  EXPECT_EQ(Cost(window, [&] { label.SetCaption("other"); }), 1);
+  EXPECT_EQ(window.Text(), "other");
+  EXPECT_EQ(Cost(window, [&] { label.SetForeColor(kGreen); }), 1);
+  EXPECT_EQ(Cost(window, [&] { label.SetColors(kGreen, kRed); }), 1);
+  EXPECT_EQ(Cost(window, [&] { label.SetColors(kGreen, kRed); }), 0);
+  EXPECT_EQ(Cost(window, [&] { label.SetColors(kRed, kGreen); }), 1) << "both at once";
+}
+
+TEST_F(ControlsTest, ALabelPaintsItsTextOverItsGround) {
+  Label label(desktop, form, kPlace, {{"Arial", 180, true}, kRed, Align::kRight, std::nullopt}, "text");
+  Painting painting = Paint(*Last().client, {300, 300}, {0, 0, 40, 20}, 96);
+  ASSERT_EQ(painting.texts.size(), 1U);
+  EXPECT_EQ(painting.texts[0].text, "text");
+  EXPECT_EQ(painting.texts[0].area, (Rect{0, 0, 40, 20}));
+  EXPECT_EQ(painting.texts[0].color, kRed);
+  EXPECT_EQ(painting.texts[0].align, Align::kRight);
+  form.SetBackColor(kGreen);
+  painting = Paint(*Last().client, {300, 300}, {0, 0, 40, 20}, 96);
+  EXPECT_EQ(painting.pixels, std::vector<std::uint32_t>(800, 0x00FF00U)) << "the form shows through";
+  label.SetColors(kGreen, kRed);
+  painting = Paint(*Last().client, {300, 300}, {0, 0, 40, 20}, 96);
+  EXPECT_EQ(painting.pixels, std::vector<std::uint32_t>(800, 0xFF0000U));
+}
+
+TEST_F(ControlsTest, AnImageShowsThePartOfTheFaceBehindIt) {
+  auto face = std::make_shared<PictureData>();
+  face->width = face->height = 200;
+  for (std::uint32_t i = 0; i < 40000; ++i)
+    face->pixels.push_back(0xFF000000 | i);
+  form.SetPicture(face);
+  PictureBox frame(desktop, form, {300, 450, 1500, 1500});
+  Image image(desktop, frame, {150, 75, 150, 150});
+  image.SetPicture(std::make_shared<PictureData>(PictureData{1, 1, {0xFFFFFFFF}}));
+  const Painting painting = Paint(*Last().client, {450, 525}, {0, 0, 10, 10}, 96);
+  EXPECT_EQ(painting.pixels[0], 0xFFFFFFU);
+  EXPECT_EQ(painting.pixels[1], 35U * 200 + 31);
+  EXPECT_EQ(painting.pixels[99], 44U * 200 + 39);
+}
+
+TEST_F(ControlsTest, OnlyARealChangeOfAShapePaintsItsContainer) {
+  PictureBox frame(desktop, form, {0, 0, 1500, 1500});
+  const HeadlessWindow& window = *Last().window;
+  Shape shape(frame, {30, 30, 105, 420}, {});
+  EXPECT_EQ(Cost(window,
+                 [&] {
+                   shape.SetBackStyle(0);
+                   shape.SetFillStyle(Shape::kTransparent);
+                   shape.SetVisible(true);
+                   shape.MoveTo(30, 30);
+                   shape.SetContainer(frame);
+                   shape.BringToFront();
+                 }),
+            0);
+  EXPECT_EQ(Cost(window, [&] { shape.SetBackStyle(Shape::kOpaque); }), 1);
+  EXPECT_EQ(Cost(window, [&] { shape.SetFillStyle(Shape::kSolid); }), 1);
+  EXPECT_EQ(Cost(window, [&] { shape.MoveTo(60, 30); }), 2) << "where it was and where it is";
+  EXPECT_GE(Cost(window, [&] { shape.SetVisible(false); }), 1);
+  EXPECT_EQ(Cost(window, [&] { shape.SetBackStyle(0); }), 0) << "nobody sees it";
+  EXPECT_GE(Cost(window, [&] { shape.SetVisible(true); }), 1);
+}
+
+TEST_F(ControlsTest, AShapeShowsItsColoursByItsStyles) {
+  struct Row {
+    int fill, back;
+    std::uint32_t seen;
+  };
+  PictureBox frame(desktop, form, {0, 0, 150, 150});
+  Shape shape(frame, {0, 0, 150, 150},
+              {Shape::Form::kRectangle, kRed, kGreen, MakeColor(0, 0, 9), std::nullopt});
+  for (const Row& row : {Row{Shape::kTransparent, Shape::kOpaque, 0xFF0000},
+                         {Shape::kSolid, Shape::kOpaque, 0x00FF00},
+                         {Shape::kSolid, 0, 0x00FF00},
+                         {Shape::kTransparent, 0, 0x000009}}) {
+    shape.SetFillStyle(row.fill);
+    shape.SetBackStyle(row.back);
+    EXPECT_EQ(Paint(*Last().client, {0, 0}, {0, 0, 10, 10}, 96).pixels[55], row.seen);
+  }
+}
+
+TEST_F(ControlsTest, AShapeMovesIntoAnotherContainerInFrontOfWhatIsThere) {
+  PictureBox home(desktop, form, {0, 0, 150, 150});
+  const PaintedDesktop::Made at_home = Last();
+  PictureBox other(desktop, form, {300, 0, 150, 150});
+  const PaintedDesktop::Made away = Last();
+  Shape below(other, {0, 0, 150, 150}, {});
+  Shape guest(home, {0, 0, 150, 150}, {Shape::Form::kRectangle, kRed, kRed, kRed, std::nullopt});
+  Shape owner(other, {0, 0, 150, 150}, {Shape::Form::kRectangle, kGreen, kGreen, kGreen, std::nullopt});
+  const auto seen = [](const PaintedDesktop::Made& box, int left) {
+    return Paint(*box.client, {left, 0}, {0, 0, 10, 10}, 96).pixels[55];
+  };
+  EXPECT_EQ(seen(at_home, 0), 0xFF0000U);
+  EXPECT_EQ(seen(away, 300), 0x00FF00U);
+  EXPECT_EQ(Cost(*at_home.window, [&] { guest.SetContainer(other); }), 1) << "it is gone from there";
+  EXPECT_EQ(seen(at_home, 0), 0U);
+  EXPECT_EQ(seen(away, 300), 0xFF0000U);
+  EXPECT_EQ(Cost(*away.window, [&] { owner.BringToFront(); }), 1);
+  EXPECT_EQ(seen(away, 300), 0x00FF00U);
+  guest.BringToFront();
+  EXPECT_EQ(seen(away, 300), 0xFF0000U);
+  EXPECT_EQ(Cost(*away.window, [&] { guest.SetContainer(home); }), 1);
+  EXPECT_EQ(seen(away, 300), 0x00FF00U);
+  EXPECT_EQ(seen(at_home, 0), 0xFF0000U);
+}
+
+TEST_F(ControlsTest, AShapeThatEndsIsPaintedNoMore) {
+  PictureBox frame(desktop, form, {0, 0, 150, 150});
+  { const Shape shape(frame, {0, 0, 150, 150}, {Shape::Form::kRectangle, kRed, kRed, kRed, std::nullopt}); }
+  EXPECT_EQ(Paint(*Last().client, {0, 0}, {0, 0, 10, 10}, 96).pixels[55], 0U);
+}
+
+TEST_F(ControlsTest, AControlMovesIntoAnotherContainer) {
+  PictureBox first(desktop, form, {0, 0, 900, 900});
+  PictureBox second(desktop, form, {900, 0, 900, 900});
+  const HeadlessWindow* const target = Last().window;
+  Label label(desktop, first, {60, 60, 300, 300}, {}, "text");
+  label.SetContainer(second);
+  EXPECT_EQ(Last().window->Container(), target);
+  EXPECT_EQ(Last().window->Place(), (Rect{60, 60, 300, 300}));
+}
+
+TEST_F(ControlsTest, PlaceAndVisibilityReachTheWindow) {
+  Label label(desktop, form, kPlace, {}, "text");
+  label.MoveTo(900, 600);
+  EXPECT_EQ(Last().window->Place(), (Rect{900, 600, 600, 300}));
+  label.SetVisible(false);
+  EXPECT_FALSE(Last().window->Shown());
+  label.SetTop(660);
+  EXPECT_FALSE(Last().window->Shown()) << "moving does not show it";
+}
+
+TEST_F(ControlsTest, TheFormKeepsThePlaceThatTheUserGaveIt) {
+  desktop.Main()->MoveTo({4500, 2250});
+  form.SetBounds({0, 0, 3000, 1500});
+  EXPECT_EQ(desktop.Main()->Place(), (Rect{4500, 2250, 3000, 1500}));
+}
+
+class ButtonTest : public ControlsTest {
+ protected:
+  ButtonTest() {
+    button.MouseUp = [this](const MouseEvent& event) { clicks.push_back(event.button); };
+  }
+  void Tell(MouseAction action, int mouse_button, Point at = {300, 150}) {
+    Last().client->OnMouse({action, mouse_button, at});
+  }
+  void Strike(Key key, bool down) { taken = Last().client->OnKey({key, down}); }
+  std::vector<std::uint32_t> Look() { return Paint(*Last().client, {300, 300}, {0, 0, 40, 20}, 96).pixels; }
+
+  CommandButton button{desktop, form, kPlace, "caption", "tool tip"};
+  std::vector<int> clicks;
+  bool taken = false;
+};
+
+TEST_F(ButtonTest, SaysWhatItIsForAndTheTabKeyStopsAtIt) {
+  EXPECT_EQ(Last().window->Text(), "tool tip");
+  EXPECT_EQ(Last().window->Tip(), "tool tip");
+  EXPECT_TRUE(Last().window->TabStop());
+  const CommandButton bare(desktop, form, kPlace, "caption", {});
+  EXPECT_EQ(Last().window->Text(), "caption");
+}
+
+TEST_F(ButtonTest, ActsWhenTheMouseIsPressedAndReleasedOnIt) {
+  const Point inside{300, 150};
+  const Point outside{700, 150};
+  struct Row {
+    const char* what;
+    std::vector<std::pair<MouseAction, Point>> actions;
+    std::size_t clicks;
+  };
+  const Row rows[] = {
+      {"click", {{MouseAction::kDown, inside}, {MouseAction::kUp, inside}}, 1},
+      {"double click",
+       {{MouseAction::kDown, inside},
+        {MouseAction::kUp, inside},
+        {MouseAction::kDoubleClick, inside},
+        {MouseAction::kUp, inside}},
+       2},
+      {"released outside",
+       {{MouseAction::kDown, inside}, {MouseAction::kMove, outside}, {MouseAction::kUp, outside}},
+       0},
+      {"left and came back",
+       {{MouseAction::kDown, inside},
+        {MouseAction::kMove, outside},
+        {MouseAction::kMove, inside},
+        {MouseAction::kUp, inside}},
+       1},
+      {"pressed outside", {{MouseAction::kMove, inside}, {MouseAction::kUp, inside}}, 0}};
+  for (const Row& row : rows) {
+    clicks.clear();
+    for (const auto& [action, at] : row.actions)
+      Tell(action, action == MouseAction::kMove ? 0 : kLeftButton, at);
+    EXPECT_EQ(clicks.size(), row.clicks) << row.what;
+  }
+}
+
+TEST_F(ButtonTest, HandlersHearTheRightButtonByItsNumber) {
+  Tell(MouseAction::kDown, kRightButton);
+  Tell(MouseAction::kUp, kRightButton);
+  EXPECT_EQ(clicks, (std::vector<int>{kRightButton}));
+}
+
+TEST_F(ButtonTest, LooksPressedAsLongAsItIs) {
+  const auto idle = Look();
+  Tell(MouseAction::kMove, 0);
+  const auto hot = Look();
+  EXPECT_NE(hot, idle);
+  Tell(MouseAction::kDown, kLeftButton);
+  const auto pressed = Look();
+  EXPECT_NE(pressed, hot);
+  EXPECT_NE(pressed, idle);
+  Tell(MouseAction::kUp, kLeftButton);
+  EXPECT_EQ(Look(), hot);
+  Tell(MouseAction::kLeave, 0);
+  EXPECT_EQ(Look(), idle);
+  Tell(MouseAction::kDown, kRightButton);
+  EXPECT_EQ(Look(), idle);
+  Last().client->OnFocus(true);
+  EXPECT_NE(Look(), idle) << "the keyboard is here";
+}
+
+TEST_F(ButtonTest, SpacePressesWhileHeldAndEnterAtOnce) {
+  Strike(Key::kSpace, true);
+  EXPECT_TRUE(taken);
+  Strike(Key::kSpace, true);  // a held key comes again and again
+  EXPECT_TRUE(clicks.empty());
+  Strike(Key::kSpace, false);
+  EXPECT_EQ(clicks, (std::vector<int>{kLeftButton}));
+  Strike(Key::kSpace, false);
+  EXPECT_EQ(clicks.size(), 1U) << "it was not pressed here";
+  Strike(Key::kEnter, true);
+  EXPECT_TRUE(taken);
+  EXPECT_EQ(clicks.size(), 2U);
+  Strike(Key::kEnter, false);
+  EXPECT_EQ(clicks.size(), 2U);
+}
+
+TEST_F(ButtonTest, OtherKeysGoToTheHandlerAndFurther) {
+  Strike(Key::kF1, true);
+  EXPECT_FALSE(taken);
+  std::vector<Key> heard;
+  button.KeyDown = [&](Key key) {
+    heard.push_back(key);
+    return key == Key::kF1;
+  };
+  Strike(Key::kF1, true);
+  EXPECT_TRUE(taken);
+  Strike(Key::kLeft, true);
+  EXPECT_FALSE(taken);
+  Strike(Key::kSpace, true);
+  EXPECT_EQ(heard, (std::vector<Key>{Key::kF1, Key::kLeft}));
+}
+
+TEST_F(ButtonTest, LosingTheKeyboardLetsGo) {
+  Last().client->OnFocus(true);
+  const auto idle = Look();
+  Strike(Key::kSpace, true);
+  EXPECT_NE(Look(), idle);
+  Last().client->OnFocus(false);
+  Last().client->OnFocus(true);
+  EXPECT_EQ(Look(), idle);
+  Strike(Key::kSpace, false);
+  EXPECT_TRUE(clicks.empty());
+}
+
+}  // namespace
+}  // namespace orvane
