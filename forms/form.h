@@ -25,7 +25,7 @@ class Form : public WindowedControl {
     if (Assign(back_color_, color)) Invalidate();
   }
   /// The face; without one the back colour shows.
-  void SetPicture(Picture picture) {
+  void SetPicture(const Picture& picture) {
     if (Assign(picture_, picture)) Invalidate();
   }
   TopWindow& Window() { return *window_; }

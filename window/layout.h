@@ -66,10 +66,10 @@ inline constexpr Rect kDipCaption{6585, 1710, 1245, 165};
 // What the two views show at different places
 struct ViewTops {
   Point vswr;
-  int status;
-  int port;
-  int alarm_labels;
-  int alarm_lamps;
+  int status = 0;
+  int port = 0;
+  int alarm_labels = 0;
+  int alarm_lamps = 0;
 };
 inline constexpr ViewTops kFullTops{{6615, 3000}, 3480, 3510, 3495, 3525};
 inline constexpr ViewTops kShortTops{{7890, 960}, 1390, 1400, 1410, 1440};
