@@ -38,7 +38,7 @@ void PowerBar::ClearAll(bool with_events) {
 
 void PowerBar::Restart() {
   ClearAll(false);
-  level_ = 0;
+  level_ = -1;  // also a small power, whose level is 0, is a change then
   cleared_ = -1;
 }
 
