@@ -6,12 +6,14 @@ void DipLayout::ShowVSWRMode(bool dip) {
   if (dip == shown_) return;
   shown_ = dip;
   display_.RestartBars();
+  Apply(full_view_);
   if (shown_) {
     display_.ReflectedScale().ShowLabels("1.0", "3.0", "5.0");
-  } else if (RestoreRanges) {
-    RestoreRanges();
+    return;
   }
-  Apply(full_view_);
+  // A range that cannot be chosen again leaves no number rather than those of another scale.
+  display_.ReflectedScale().ShowLabels("", "", "");
+  if (RestoreRanges) RestoreRanges();
 }
 
 void DipLayout::Apply(bool full_view) {
