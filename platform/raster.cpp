@@ -133,7 +133,7 @@ void Rasterizer::Blend(const Surface& surface, Color color, int alpha) const {
     float sum = 0.0F;
     for (int x = 0; x < box_.width; ++x) {
       sum += row[x];
-      const auto weight = static_cast<std::uint32_t>(std::min(std::fabs(sum), 1.0F) * scale + 0.5F);
+      const auto weight = static_cast<std::uint32_t>(std::lrint(std::min(std::fabs(sum), 1.0F) * scale));
       if (weight != 0) out[x] = weight >= 256 ? pixel : Mix(out[x], pixel, weight);
     }
   }
