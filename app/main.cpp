@@ -1,4 +1,5 @@
 #include "platform/platform.h"
+#include "platform/win32/client_windows.h"
 #include "platform/win32/dpi.h"
 #include "platform/win32/event_pump.h"
 #include "platform/win32/event_window.h"
@@ -20,7 +21,8 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   orvane::Win32WindowSystem windows(events, pixels_per_inch);
   orvane::Win32SingleInstance instance;
   orvane::Win32Shell shell;
-  orvane::Platform platform{clock, pump, port, profiles, files, windows, instance, shell};
+  orvane::Win32ClientWindows clients(windows);
+  orvane::Platform platform{clock, pump, port, profiles, files, windows, instance, shell, clients};
 
   orvane::Orvane program(platform);
   program.Form_Load();

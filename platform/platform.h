@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/client_windows.h"
 #include "platform/clock.h"
 #include "platform/event_pump.h"
 #include "platform/profile_store.h"
@@ -19,6 +20,7 @@ struct Platform {
   WindowSystem& windows;
   SingleInstance& instance;
   Shell& shell;
+  ClientWindows& clients;
 };
 
 }  // namespace orvane

@@ -102,7 +102,8 @@ void Orvane::OnReflectedRange(int index) {
 // the message's number for a horizontal position in pixels.
 void Orvane::OnFaceMouseUp(const MouseEvent& event) {
   if (event.button != kRightButton) return;
-  const int pixel = event.at.x / (kTwipsPerInch / platform_.windows.PixelsPerInch().width);
+  const int pixels_per_inch = platform_.windows.PixelsPerInch().width;
+  const int pixel = event.at.x / (kTwipsPerInch / (pixels_per_inch == 0 ? 96 : pixels_per_inch));
   const bool from_tray = event.at.y == 0;
   if (from_tray && pixel == kTrayDoubleClick) {
     TopWindow& window = form_.Window();
@@ -136,11 +137,16 @@ void Orvane::ToggleView() {
   views_.SetViewStyle(style);
 }
 
-// The dip mode's scale and buttons are in the full view only; the view that was kept comes back with the
-// power modes.
 void Orvane::ShowVSWRMode(bool dip) {
   dip_.ShowVSWRMode(dip);
-  const std::uint8_t style = dip ? Views::kFull : kept_.Settings().FormRegion;
+  ShowViewOfMode();
+}
+
+// The dip mode's scale and buttons are in the full view only; the view that was kept comes back with the
+// power modes.
+void Orvane::ShowViewOfMode() {
+  view_waits_ = form_.Window().State() == WindowState::kMinimized;
+  const std::uint8_t style = mode_.Dip() ? Views::kFull : kept_.Settings().FormRegion;
   if ((style != Views::kShort) != views_.Full()) views_.SetViewStyle(style);
 }
 
@@ -161,6 +167,7 @@ void Orvane::OnDisplayChanged() {
   if (closing_ || !started_ || window.State() == WindowState::kMinimized) return;
   window.SetTopMost(kept_.Settings().FormOnTop);
   if (!window.OnScreen()) window.MoveTo({kDefaultPlace, kDefaultPlace});
+  if (view_waits_) ShowViewOfMode();
 }
 
 }  // namespace orvane

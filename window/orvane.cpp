@@ -1,5 +1,6 @@
 #include "window/orvane.h"
 
+#include "base/runtime_error.h"
 #include "window/layout.h"
 
 namespace orvane {
@@ -23,12 +24,13 @@ Orvane::Orvane(Platform& platform)
       link_settings_(kept_),
       link_(platform.clock, platform.pump, platform.port, link_settings_, *this),
       display_(platform.windows, platform.clock, platform.pump, meter_controls_, link_.State(),
-               link_.Lists().Auto, mode_, [](std::int32_t) {}),
+               link_.Lists().Auto, mode_, [this](std::int32_t watts) { SendToClient(watts); }),
       modes_(meter_controls_, mode_),
       dip_(meter_controls_, display_),
       faces_(platform.windows, platform.files),
       views_(form_, form_controls_, meter_controls_, faces_, dip_),
       launches_(platform.shell),
+      client_(platform.clients, platform.clock),
       tray_retry_(platform.windows, platform.clock, kTrayRetryMs),
       TimerFindMeter_(platform.windows, platform.clock, kFindMeterMs) {
   form_.SetBackColor(kFaceColor);
@@ -37,8 +39,8 @@ Orvane::Orvane(Platform& platform)
   modes_.SendCommand = [this](std::string_view command) { link_.SendCommand(command); };
   modes_.ShowVSWRMode = [this](bool dip) { ShowVSWRMode(dip); };
   dip_.RestoreRanges = [this] {
-    OnForwardRange(kept_.Settings().FPwrIndex);
-    OnReflectedRange(kept_.Settings().RPwrIndex);
+    Attempt([this] { OnForwardRange(kept_.Settings().FPwrIndex); });
+    Attempt([this] { OnReflectedRange(kept_.Settings().RPwrIndex); });
   };
   ConnectFace();
   ConnectButtons();
@@ -53,6 +55,11 @@ void Orvane::ShowStatus(std::string_view text, StatusTone tone) {
   }
   status_.Show(text);
   status_.StartClearTimer();
+}
+
+void Orvane::SendToClient(std::int32_t watts) {
+  const UserSettings& settings = kept_.Settings();
+  client_.SendClientData(watts, settings.ClientApp, settings.ClientMsgId);
 }
 
 bool Orvane::AskOkCancel(std::string_view text, std::string_view title) {

@@ -9,6 +9,7 @@
 #include "forms/form.h"
 #include "forms/timer.h"
 #include "link/meter_link.h"
+#include "outside/client_data.h"
 #include "outside/launches.h"
 #include "platform/platform.h"
 #include "settings/ov_user_settings.h"
@@ -72,6 +73,7 @@ class Orvane : private LinkEvents {
 
   void OnForwardRange(int index);
   void OnReflectedRange(int index);
+  void SendToClient(std::int32_t watts);
   void ConnectFace();
   void ConnectButtons();
   void ConnectAlarms();
@@ -88,6 +90,7 @@ class Orvane : private LinkEvents {
   void ShowLogo(bool colour);
   void ToggleView();
   void ShowVSWRMode(bool dip);
+  void ShowViewOfMode();
   void Minimize();
   void OnShellRestarted();
   void OnDisplayChanged();
@@ -114,8 +117,10 @@ class Orvane : private LinkEvents {
   FaceImages faces_;
   Views views_;
   Launches launches_;
+  ClientData client_;
   Timer tray_retry_;
   bool logo_lit_ = false;
+  bool view_waits_ = false;  // the meter changed its mode while the window was minimised
   Timer TimerFindMeter_;
   bool started_ = false;
   bool closing_ = false;

@@ -88,11 +88,12 @@ void Orvane::RecordPosition() {
 void Orvane::Form_Unload(std::int16_t cancel) {
   if (closing_) return;  // a second click while the first is being carried out
   closing_ = true;
+  tray_retry_.SetEnabled(false);
   Attempt([this] { platform_.windows.Tray().Remove(); });
   if (cancel != kEndAtOnce) {
     TimerFindMeter_.SetEnabled(false);  // a search must not begin inside the pauses
     if (!EqualNoCase(kept_.Settings().CommPort, "0")) link_.StopAndClose();
-    Attempt([this] { RecordPosition(); });
+    if (started_) Attempt([this] { RecordPosition(); });  // before, it has not been put at its place yet
     Attempt([this] { kept_.SaveUserSettings(); });
     WindDown();
     Attempt([this] { BlockTicks(platform_.clock, kPauseMs); });

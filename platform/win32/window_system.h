@@ -35,6 +35,7 @@ class Win32WindowSystem : public WindowSystem {
   void Beep() override;
   void SetHourglass(bool on) override;
   TrayIcon& Tray() override { return tray_; }
+  HWND Main() const { return main_; }
   Picture LoadPicture(const std::string& path) override;
 
  private:

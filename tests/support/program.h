@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/headless/client_windows.h"
 #include "platform/headless/desktop.h"
 #include "platform/headless/files.h"
 #include "platform/headless/profile_store.h"
@@ -108,7 +109,8 @@ class Program {
   HeadlessProfileStore profiles{files};
   HeadlessInstance instance;
   HeadlessShell shell;
-  Platform platform{time, time, port, profiles, files, desktop, instance, shell};
+  HeadlessClientWindows clients;
+  Platform platform{time, time, port, profiles, files, desktop, instance, shell, clients};
   SimulatedLine line;
   std::unique_ptr<Orvane> orvane;
 

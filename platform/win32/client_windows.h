@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/client_windows.h"
+#include "platform/win32/window_system.h"
+
+namespace orvane {
+
+class Win32ClientWindows : public ClientWindows {
+ public:
+  /// @param windows gives the sender: the main window
+  explicit Win32ClientWindows(Win32WindowSystem& windows) : windows_(windows) {}
+  Handle Find(std::string_view caption) override;
+  Answer SendCopyData(Handle window, std::uint32_t tag, std::span<const char> data, int timeout_ms) override;
+
+ private:
+  Win32WindowSystem& windows_;
+};
+
+}  // namespace orvane

@@ -1,0 +1,102 @@
+#include "outside/client_data.h"
+
+#include "platform/headless/client_windows.h"
+#include "platform/headless/virtual_time.h"
+
+#include <gtest/gtest.h>
+#include <limits>
+#include <string>
+
+namespace orvane {
+namespace {
+
+class ClientDataTest : public testing::Test {
+ protected:
+  void Send(std::int32_t value) { client.SendClientData(value, "OVClient", 14300); }
+
+  VirtualTime time;
+  HeadlessClientWindows windows;
+  ClientData client{windows, time};
+};
+
+TEST_F(ClientDataTest, TheTextIsTheNumberAndANul) {
+  const std::pair<std::int32_t, std::string> rows[] = {
+      {1250, "1250"},
+      {7, "7"},
+      {0, "0"},
+      {-5, "-5"},
+      {std::numeric_limits<std::int32_t>::min(), "-2147483648"},
+      {3, "3"}};
+  for (const auto& [value, text] : rows) {
+    Send(value);
+    ASSERT_FALSE(windows.messages.empty());
+    EXPECT_EQ(windows.messages.back().data, text + '\0');
+    EXPECT_EQ(windows.messages.back().tag, 14300U);
+  }
+  EXPECT_EQ(client.LastResult(), 1);
+}
+
+TEST_F(ClientDataTest, TheClientIsLookedUpForEveryReading) {
+  windows.open = false;
+  Send(1);
+  EXPECT_EQ(client.ClientWnd(), 0U);
+  EXPECT_EQ(client.Text(), "1");
+  windows.open = true;
+  Send(2);
+  windows.open = false;
+  Send(3);
+  EXPECT_EQ(windows.messages.size(), 1U);
+  EXPECT_EQ(windows.lookups, 3);
+}
+
+TEST_F(ClientDataTest, NoCaptionMeansNoClient) {
+  windows.caption = "";
+  client.SendClientData(1, "", 14300);
+  EXPECT_TRUE(windows.messages.empty());
+}
+
+TEST_F(ClientDataTest, AHangingClientIsLeftAloneLongerAndLongerUntilItAnswers) {
+  windows.answer.outcome = ClientWindows::Outcome::kTimedOut;
+  windows.on_message = [this](int timeout) { time.Block(timeout); };
+  std::vector<std::int64_t> tries;
+  for (int i = 0; i < 1600; ++i) {
+    const std::size_t before = windows.messages.size();
+    const std::int64_t at = time.Now();
+    Send(i);
+    if (windows.messages.size() != before) tries.push_back(at);
+    time.Block(200);
+  }
+  ASSERT_GE(tries.size(), 6U);
+  const std::int64_t pauses[] = {5000, 10000, 20000, 40000, 60000};
+  for (std::size_t i = 0; i < 5; ++i) {
+    EXPECT_GE(tries[i + 1] - tries[i], pauses[i] + 1000);
+    EXPECT_LE(tries[i + 1] - tries[i], pauses[i] + 1400);
+  }
+  EXPECT_EQ(client.Skipped(), 1600U);
+  windows.answer.outcome = ClientWindows::Outcome::kAnswered;
+  windows.on_message = nullptr;
+  time.Block(60000);
+  for (int i = 0; i < 3; ++i)
+    Send(i);
+  EXPECT_EQ(client.Skipped(), 1600U);
+  EXPECT_EQ(windows.messages.back().data, std::string("2") + '\0');
+}
+
+TEST_F(ClientDataTest, AReadingThatComesWhileTheClientIsBusyDoesNotEnterTheSend) {
+  windows.on_message = [this](int) { Send(99); };
+  Send(1);
+  EXPECT_EQ(windows.messages.size(), 1U);
+  EXPECT_EQ(windows.messages[0].data, std::string("1") + '\0');
+}
+
+TEST_F(ClientDataTest, AClientBehindAWallIsNotedAndTriedOn) {
+  windows.answer.outcome = ClientWindows::Outcome::kUnreachable;
+  Send(1);
+  EXPECT_FALSE(client.Reachable());
+  windows.answer.outcome = ClientWindows::Outcome::kAnswered;
+  Send(2);
+  EXPECT_TRUE(client.Reachable());
+}
+
+}  // namespace
+}  // namespace orvane
