@@ -14,6 +14,7 @@ ctest says where program, simulator and inspector are (ORVANE_DIST, ORVANE_SIM, 
 build folders of the presets win64 and native are taken.
 """
 
+import collections
 import configparser
 import contextlib
 import json
@@ -31,6 +32,7 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "scripts"))
+import face  # noqa: E402
 import wine_lab  # noqa: E402
 
 DIST = pathlib.Path(os.environ.get("ORVANE_DIST", ROOT / "dist/win64"))
@@ -43,6 +45,8 @@ PROGRAM = "Orvane.exe"
 SETTINGS = "Orvane.dat"
 PORT = "COM2"
 
+WM_CLOSE, WM_SYSCOMMAND = 0x10, 0x112
+
 
 def wait_until(condition, what="the condition", timeout=10.0, interval=0.05):
     """Returns the first true value of condition(); fails after timeout seconds, naming what was waited for."""
@@ -54,6 +58,17 @@ def wait_until(condition, what="the condition", timeout=10.0, interval=0.05):
         if time.monotonic() > deadline:
             raise AssertionError(f"waited {timeout:g} s in vain for {what}")
         time.sleep(interval)
+
+
+def center(rect):
+    """The middle of a rectangle (left, top, right, bottom)."""
+    left, top, right, bottom = rect
+    return (left + right) // 2, (top + bottom) // 2
+
+
+def windows_path(path):
+    """How Windows programs name a file of this machine."""
+    return "Z:" + str(path).replace("/", "\\")
 
 
 class LineReader:
@@ -85,12 +100,16 @@ class LineReader:
         return lines
 
 
+Heard = collections.namedtuple("Heard", "time verdict text")
+
+
 class Meter:
     """The simulated meter, as a process behind a pseudo-terminal that `link` points to."""
 
     def __init__(self, link, scenario=None, arguments=()):
         self.link = pathlib.Path(link)
         self.log_path = self.link.with_suffix(".log")
+        self.log_path.unlink(missing_ok=True)  # of the test before; the simulator would go on in it
         command = [str(SIMULATOR), "--link", str(self.link), "--log", str(self.log_path)]
         if scenario:
             command += ["--scenario", scenario]
@@ -104,18 +123,39 @@ class Meter:
         wait_until(self.link.exists, "the meter's line", 5)
 
     def command(self, text):
-        """Gives the simulator a command, as a person at its standard input does."""
+        """Gives the simulator a command, as a person at its standard input does; returns what it answered."""
+        self._output.drain()
         self._process.stdin.write(text + "\n")
         self._process.stdin.flush()
+        answer = [self._output.next(timeout=10), *self._output.drain()]
+        if answer[0] is None or answer[0].startswith("error"):
+            raise AssertionError(f"the simulated meter answered {text!r} with {answer[0]!r}")
+        return answer
 
-    def output(self):
-        """What it printed since the last call."""
-        return self._output.drain()
+    def last_packet(self):
+        """The readings that it sent last: watts "fwd" and "ref", "vswr", and the flags of the alarms; None before
+        the first."""
+        words = self.command("packets 1")[0].split()
+        return dict(zip(words[1::2], map(float, words[2::2]))) if len(words) > 1 else None
 
     @property
     def log(self):
         """The lines of its log so far."""
         return self.log_path.read_text("latin-1").splitlines() if self.log_path.exists() else []
+
+    def heard(self):
+        """The commands so far, each with its time in milliseconds, the verdict and its text; what happened to the
+        port has the verdict "-"."""
+        records = (line.split(maxsplit=2) for line in self.log)
+        return [Heard(int(record[0]), record[1], record[2]) for record in records if len(record) == 3]
+
+    def texts(self):
+        """The texts of the commands so far, those that it refused included."""
+        return [heard.text for heard in self.heard() if heard.verdict != "-"]
+
+    def wait_for_stream(self, timeout=15):
+        """Waits until the program found it and asked for readings."""
+        wait_until(lambda: "D1" in self.texts(), "the program to start the stream", timeout)
 
     def stop(self):
         """Takes the meter away, as when its cable is pulled."""
@@ -144,8 +184,7 @@ class Window:
 
     @property
     def center(self):
-        left, top, right, bottom = self.rect
-        return (left + right) // 2, (top + bottom) // 2
+        return center(self.rect)
 
     @property
     def size(self):
@@ -182,6 +221,21 @@ class Inspector:
     def windows(self):
         """All windows of all programs, each top-level window followed by its children."""
         return [Window(fields) for fields in self.ask("list")]
+
+    def window(self, hwnd):
+        """One window as it is now; None when it is gone."""
+        answer = self.ask("window", hwnd)
+        return answer and Window(answer[0])
+
+    @contextlib.contextmanager
+    def file_held(self, path):
+        """A file that no other program can open meanwhile."""
+        if self.ask("hold", windows_path(path)) is None:
+            raise AssertionError(f"{path} could not be held open")
+        try:
+            yield
+        finally:
+            self.ask("release")
 
     def close(self):
         self._process.stdin.close()
@@ -239,6 +293,7 @@ class Desktop:
     """A virtual display with one Wine prefix, an inspector in it, and mouse and keyboard."""
 
     def __init__(self, link, dpi=96):
+        self.dpi = dpi
         self.display = wine_lab.VirtualDisplay()
         try:
             self.prefix = wine_lab.Prefix(ports={PORT: link}, dpi=dpi, display=self.display.name)
@@ -254,19 +309,28 @@ class Desktop:
     def click(self, x, y, button=1, repeat=1):
         """Clicks at a place on the screen: button 1 left, 2 middle, 3 right."""
         self.xdotool("mousemove", x, y)
-        # X servers drop the enter event of a pointer that is moved and pressed in one go.
-        self.xdotool("click", "--repeat", repeat, "--delay", 60, button)
+        # X servers drop the enter event of a pointer that is moved and pressed in one go. And the button is held as
+        # a hand holds it: a press on the face starts a drag, which must find the button still down.
+        press = ("mousedown", button, "sleep", 0.12, "mouseup", button)
+        self.xdotool(*press, *(("sleep", 0.06, *press) * (repeat - 1)))
 
     def move(self, x, y):
         self.xdotool("mousemove", x, y)
 
-    def drag(self, start, end):
-        self.xdotool("mousemove", *start, "mousedown", 1)
+    def drag(self, start, end, button=1):
+        self.xdotool("mousemove", *start, "mousedown", button)
         for step in range(1, 6):
             x, y = (a + (b - a) * step // 5 for a, b in zip(start, end))
             self.xdotool("mousemove", x, y)
             time.sleep(0.02)
-        self.xdotool("mouseup", 1)
+        self.xdotool("mouseup", button)
+
+    def place_of(self, caption):
+        """Where the X server has a window: its left and top edge. The program learns of a drag when it is over."""
+        told = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{caption}$", "getwindowgeometry",
+                               "--shell"], env=self._env, check=True, capture_output=True, text=True).stdout
+        values = dict(line.split("=") for line in told.splitlines())
+        return int(values["X"]), int(values["Y"])
 
     def key(self, *names):
         """Presses keys by their X names, as in key("Tab", "shift+F10")."""
@@ -303,7 +367,11 @@ class Program:
 
     def __init__(self, desktop, folder):
         self.desktop, self.folder = desktop, pathlib.Path(folder)
+        self.dpi = desktop.dpi
         self.settings_path = self.folder / SETTINGS
+        # Copies that run already: two of them are told apart by their process.
+        self._others = {window.pid for window in desktop.inspector.windows() if window.program == PROGRAM}
+        self._pid, self._main, self._parts = None, None, {}
         self.process = desktop.prefix.start(
             self.folder / PROGRAM, cwd=self.folder, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
             stderr=subprocess.DEVNULL)
@@ -322,12 +390,60 @@ class Program:
 
     def windows(self):
         """All windows of the program, message boxes and menus included, hidden ones too."""
-        return [window for window in self.desktop.inspector.windows() if window.program == PROGRAM]
+        windows = [window for window in self.desktop.inspector.windows() if window.program == PROGRAM]
+        if self._pid is None:
+            self._pid = next((window.pid for window in windows if window.pid not in self._others), None)
+        return [window for window in windows if window.pid == self._pid]
 
     @property
     def main(self):
         """The main window, or None."""
-        return next((w for w in self.windows() if not w.parent and w.text == CAPTION and not w.owner), None)
+        if self._main and (window := self.desktop.inspector.window(self._main)):
+            return window
+        boxes = ("#32770",)
+        found = next((w for w in self.windows()
+                      if not w.parent and not w.owner and w.text == CAPTION and w.class_name not in boxes), None)
+        self._main = found and found.hwnd
+        return found
+
+    @property
+    def view(self):
+        """Which view the main window shows, by its size; the layout of dip mode counts as the full view."""
+        size = self.main.size
+        return next(view for view, twips in face.SIZES.items() if face.pixels((0, 0, *twips), self.dpi)[2:] == size)
+
+    def places(self, view=None):
+        """The rectangles on the screen where the controls and lamps of face.py belong in a view, that which is shown
+        unless it is given."""
+        view = view or self.view
+        left, top = self.main.rect[:2]
+        pixels = {name: face.pixels(twips, self.dpi)
+                  for name, twips in {**face.CONTROLS[view], **face.LAMPS[view]}.items()}
+        return {name: (left + x0, top + y0, left + x1, top + y1) for name, (x0, y0, x1, y1) in pixels.items()}
+
+    def part(self, name):
+        """The control with a name in face.py: what stands at its place, as it is now."""
+        if name not in self._parts:
+            place = self.places()[name]
+            # The nearest one, because a centred label is as wide as its text.
+            distance = {w.hwnd: sum(abs(a - b) for a, b in zip(w.rect, place))
+                        for w in self.controls() if w.rect[1] == place[1] and w.rect[3] == place[3]}
+            if not distance or min(distance.values()) > place[2] - place[0]:
+                raise AssertionError(f"nothing stands where {name} belongs, {place}")
+            self._parts[name] = min(distance, key=distance.get)
+        return self.desktop.inspector.window(self._parts[name])
+
+    def text(self, name):
+        """What a part shows."""
+        return self.part(name).text
+
+    def readouts(self):
+        """The texts of the three readouts: forward, reflected, VSWR."""
+        return tuple(self.text(f"{name} readout") for name in ("forward", "reflected", "vswr"))
+
+    def scale(self, graph):
+        """The three numbers under a graph, "forward" or "reflected"."""
+        return tuple(self.text(f"{graph} {where}") for where in ("left", "middle", "right"))
 
     def controls(self, text=None, class_name=None, visible=True):
         """The child windows with this text and class; visible=None for hidden ones too."""
@@ -350,6 +466,19 @@ class Program:
         box = next((w for w in windows if w.class_name == "#32770" and w.visible and not w.parent), None)
         return box and [box.text, *(w.text for w in windows if w.parent == box.hwnd)]
 
+    def menu(self):
+        """The open popup menus, those opened from others first; empty when none is open."""
+        return [window for window in self.windows() if window.class_name == "#32768" and window.visible]
+
+    def wait_for_box(self, timeout=15):
+        """Waits for a message box; returns its texts as message_box() does."""
+        return wait_until(self.message_box, "a message box", timeout)
+
+    def press_in_box(self, button="OK"):
+        """Clicks a button of the message box and waits until the box is gone."""
+        self.click(button)
+        wait_until(lambda: not self.message_box(), "the box to go away", 5)
+
     def region(self):
         """The main window's shape as a list of rectangles; None when it has no shape."""
         answer = self.desktop.inspector.ask("region", self.main.hwnd)[0]
@@ -359,6 +488,10 @@ class Program:
         """The window that has the keyboard, or None."""
         hwnd = self.desktop.inspector.ask("focus")[0]["focus"]
         return next((window for window in self.windows() if window.hwnd == hwnd), None)
+
+    def minimized(self):
+        WS_MINIMIZE = 0x20000000
+        return bool(self.main.style & WS_MINIMIZE)
 
     def items(self, combo):
         """The entries of a combo box and the number of the chosen one (-1 for none)."""
@@ -386,12 +519,16 @@ class Program:
             target = self.control(text=text)
             if target is None:
                 raise AssertionError(f"no visible control says {text!r}; there are {self.texts()}")
-        if isinstance(target, Window):
-            x, y = target.center
-        else:
-            left, top, _, _ = self.main.rect
-            x, y = left + target[0], top + target[1]
-        self.desktop.click(x, y, button, repeat)
+        self.desktop.click(*(target.center if isinstance(target, Window) else self.on_screen(target)), button, repeat)
+
+    def on_screen(self, point):
+        """Where a point (x, y) of the main window, in pixels, is on the screen."""
+        left, top = self.main.rect[:2]
+        return left + point[0], top + point[1]
+
+    def bare_face(self):
+        """A point of the main window with nothing on it, in pixels."""
+        return face.pixels((*face.BARE, 0, 0), self.dpi)[:2]
 
     def select(self, combo, index):
         """Chooses an entry of a combo box."""
@@ -453,9 +590,10 @@ class OrvaneTest(unittest.TestCase):
         self.addCleanup(meter.stop)
         return meter
 
-    def make_folder(self, settings=None):
+    @classmethod
+    def make_folder(cls, settings=None):
         """A fresh copy of the program's folder; settings is the text of its settings file."""
-        folder = pathlib.Path(tempfile.mkdtemp(prefix="program-", dir=self._folder))
+        folder = pathlib.Path(tempfile.mkdtemp(prefix="program-", dir=cls._folder))
         shutil.copytree(DIST, folder, dirs_exist_ok=True, ignore=shutil.ignore_patterns(SETTINGS + "*"))
         if settings is not None:
             (folder / SETTINGS).write_bytes(settings.replace("\n", "\r\n").encode("cp1252"))
@@ -482,3 +620,23 @@ class OrvaneTest(unittest.TestCase):
         if any(error for test, error in problems if error and test is self):
             path = self.desktop.screenshot(SCREENSHOTS / f"failed-{self.id()}.png")
             print(f"screen at the failure: {path}", file=sys.stderr)
+
+
+class SharedProgramTest(OrvaneTest):
+    """Base of tests that only look, or put back what they change: one program and one meter for all tests of a
+    class, streaming. A class may set the text of the settings file."""
+
+    settings = None
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.meter = Meter(cls.link, cls.scenario)
+        cls.addClassCleanup(cls.meter.stop)
+        cls.program = Program(cls.desktop, cls.make_folder(cls.settings))
+        cls.addClassCleanup(cls.program.kill)
+        cls.program.wait_for_window()
+        cls.meter.wait_for_stream()
+
+    def setUp(self):
+        self.addCleanup(self._keep_picture_of_failure)

@@ -4,18 +4,24 @@
 // Reads one command a line and answers with JSON, one object a line, closed by {"end":true}. One process
 // serves a whole test, because starting a program in Wine costs more than everything that is asked of it.
 //
-//   list                      every top-level window and all its children, with text, place, style, state
-//   region HWND               the window's shape as rectangles; "shaped":false when it has none
-//   focus                     which window has the keyboard, and which is in the foreground
-//   items HWND                the entries of a list of a combo box, and which is chosen
-//   select HWND INDEX         chooses one, and tells the owner as a user's choice does
-//   settext HWND TEXT         replaces what stands in an edit field
-//   click TEXT                presses and releases the left button over the middle of the child with that
-//   text close HWND                asks the window to close post|send HWND MSG W L    any message client
-//   CAPTION            makes a window with that caption and reports each WM_COPYDATA that it receives
+// clang-format off
+//   list                  every top-level window and all its children, with text, place, style, state
+//   window HWND           the same of one window
+//   region HWND           the window's shape as rectangles; "shaped":false when it has none
+//   focus                 which window has the keyboard, and which is in the foreground
+//   items HWND            the entries of a list of a combo box, and which is chosen
+//   select HWND INDEX     chooses one, and tells the owner as a user's choice does
+//   settext HWND TEXT     replaces what stands in an edit field
+//   click TEXT            presses and releases the left button over the middle of the child with that text
+//   close HWND            asks the window to close
+//   post|send HWND MSG W L  any message
+//   hold PATH             opens a file so that nobody else can, until `release`
+//   client CAPTION        makes a window with that caption and reports each WM_COPYDATA that it receives
+// clang-format on
 #include <cstdint>
 #include <cstdio>
 #include <iostream>
+#include <map>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -93,7 +99,16 @@ void PrintRect(const RECT& r) {
   std::cout << "[" << r.left << "," << r.top << "," << r.right << "," << r.bottom << "]";
 }
 
-void PrintWindow(HWND window, HWND parent) {
+/// Programs by process id. Asked for once in a list: a face has some seventy windows.
+using ProgramNames = std::map<DWORD, std::wstring>;
+
+const std::wstring& NameOf(DWORD process_id, ProgramNames& names) {
+  const auto found = names.find(process_id);
+  return found != names.end() ? found->second
+                              : names.emplace(process_id, ProgramOf(process_id)).first->second;
+}
+
+void PrintWindow(HWND window, HWND parent, ProgramNames& names) {
   DWORD process_id = 0;
   GetWindowThreadProcessId(window, &process_id);
   RECT place{};
@@ -102,8 +117,9 @@ void PrintWindow(HWND window, HWND parent) {
   const auto ex_style = static_cast<std::uint32_t>(GetWindowLongW(window, GWL_EXSTYLE));
   std::cout << "{\"hwnd\":" << Number(window) << ",\"parent\":" << Number(parent)
             << ",\"owner\":" << Number(GetWindow(window, GW_OWNER)) << ",\"pid\":" << process_id
-            << ",\"program\":" << Escaped(ProgramOf(process_id)) << ",\"class\":" << Escaped(ClassOf(window))
-            << ",\"text\":" << Escaped(TextOf(window)) << ",\"rect\":";
+            << ",\"program\":" << Escaped(NameOf(process_id, names))
+            << ",\"class\":" << Escaped(ClassOf(window)) << ",\"text\":" << Escaped(TextOf(window))
+            << ",\"rect\":";
   PrintRect(place);
   std::cout << ",\"visible\":" << (IsWindowVisible(window) ? "true" : "false")
             << ",\"enabled\":" << (IsWindowEnabled(window) ? "true" : "false") << ",\"style\":" << style
@@ -126,11 +142,18 @@ std::vector<HWND> ChildrenOf(HWND parent) {
 }
 
 void List() {
+  ProgramNames names;
   for (const HWND top : ChildrenOf(nullptr)) {
-    PrintWindow(top, nullptr);
+    PrintWindow(top, nullptr, names);
     for (const HWND child : ChildrenOf(top))
-      PrintWindow(child, GetAncestor(child, GA_PARENT));
+      PrintWindow(child, GetAncestor(child, GA_PARENT), names);
   }
+}
+
+void PrintOne(HWND window) {
+  ProgramNames names;
+  const HWND parent = GetAncestor(window, GA_PARENT);
+  PrintWindow(window, parent == GetDesktopWindow() ? nullptr : parent, names);
 }
 
 void PrintRegion(HWND window) {
@@ -242,6 +265,8 @@ std::wstring RestOf(std::istringstream& line) {
 bool ActOn(HWND window, const std::string& verb, std::istringstream& line) {
   if (verb == "region") {
     PrintRegion(window);
+  } else if (verb == "window") {
+    PrintOne(window);
   } else if (verb == "items") {
     PrintItems(window);
   } else if (verb == "select") {
@@ -265,10 +290,38 @@ bool ActOn(HWND window, const std::string& verb, std::istringstream& line) {
   return true;
 }
 
-bool Obey(const std::string& command) {
+// A file that is open here and shared with nobody.
+class HeldFile {
+ public:
+  HeldFile() = default;
+  ~HeldFile() { Release(); }
+  HeldFile(const HeldFile&) = delete;
+  HeldFile& operator=(const HeldFile&) = delete;
+
+  bool Hold(const std::wstring& path) {
+    Release();
+    file_ =
+        CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    return file_ != INVALID_HANDLE_VALUE;
+  }
+  void Release() {
+    if (file_ != INVALID_HANDLE_VALUE) CloseHandle(file_);
+    file_ = INVALID_HANDLE_VALUE;
+  }
+
+ private:
+  HANDLE file_ = INVALID_HANDLE_VALUE;
+};
+
+bool Obey(const std::string& command, HeldFile& held) {
   std::istringstream line(command);
   std::string verb;
   line >> verb;
+  if (verb == "hold") return held.Hold(RestOf(line));
+  if (verb == "release") {
+    held.Release();
+    return true;
+  }
   if (verb == "list") {
     List();
     return true;
@@ -286,10 +339,11 @@ bool Obey(const std::string& command) {
 }  // namespace
 
 int main() {
+  HeldFile held;
   std::string command;
   while (std::getline(std::cin, command)) {
     if (command.starts_with("client ")) return Client(Wide(command.substr(7)));
-    const bool done = Obey(command);
+    const bool done = Obey(command, held);
     std::cout << "{\"end\":true,\"ok\":" << (done ? "true" : "false") << "}\n" << std::flush;
   }
   return 0;
