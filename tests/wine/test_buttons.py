@@ -1,0 +1,158 @@
+"""What a hand does to the program with mouse and keyboard, and what the meter hears of it."""
+
+import unittest
+
+import face
+import harness
+
+BUTTONS = ["window menu", "settings menu", "help menu", "help", "minimize", "close",
+           *(f"{graph} range {i}" for graph in ("forward", "reflected") for i in range(9)), *face.MODES, "reset"]
+
+
+class Buttons(harness.OrvaneTest):
+    def setUp(self):
+        self.meter = self.start_meter("--do", "power 100 4")
+        self.program = self.start_program("[USER-SETTINGS]\nFORM-TOP=3000\nFORM-LEFT=3000\n")
+        self.meter.wait_for_stream()
+        self.commands_before = len(self.meter.texts())
+
+    def commands(self):
+        """What the meter was told since the stream began."""
+        return self.meter.texts()[self.commands_before:]
+
+    def lit(self, *lamps):
+        """Which of these lamps are lit: their middle is bright."""
+        screen = self.desktop.screen()
+        places = self.program.places()
+        middles = {lamp: harness.center(places[lamp]) for lamp in lamps}
+        return {lamp for lamp, (x, y) in middles.items() if max(screen.pixel(x, y)) > 128}
+
+    def test_range_buttons_change_scale_and_marker(self):
+        markers = {graph: [f"{graph} marker {i}" for i in range(9)] for graph in ("forward", "reflected")}
+        self.wait_until(lambda: self.program.scale("forward") == ("0", "50", "100"), "the meter's own scale")
+        table = [("forward", 0, ("0", "5.0", "10")), ("forward", 7, ("0", "1500.0", "3000")),
+                 ("reflected", 1, ("0", "12.5", "25")), ("reflected", 7, ("0", "375.0", "750")),
+                 ("forward", 8, ("0", "50", "100"))]
+        chosen = {"forward": 8, "reflected": 8}
+        for graph, index, scale in table:
+            with self.subTest(graph=graph, index=index):
+                self.program.click(self.program.part(f"{graph} range {index}"))
+                self.wait_until(lambda: self.program.scale(graph) == scale, f"the {graph} scale {scale}")
+                chosen[graph] = index
+                expected = {f"{name} marker {i}" for name, i in chosen.items()}
+                self.wait_until(lambda: self.lit(*markers["forward"], *markers["reflected"]) == expected,
+                                f"the markers {expected}", 5)
+        self.assertEqual(self.commands(), [])
+
+    def test_mode_buttons_tell_the_meter_once(self):
+        markers = [f"{mode} marker" for mode in face.MODES]
+        self.assertEqual(self.lit(*markers), {"fast marker"})
+        self.program.click(self.program.part("slow"))
+        self.wait_until(lambda: self.lit(*markers) == {"slow marker"}, "the marker of the slow mode", 5)
+        self.program.click(self.program.part("slow"))
+        self.program.click(self.program.part("fast"))
+        self.wait_until(lambda: "0M" in self.commands(), "the way back to the fast mode", 5)
+        self.assertEqual(self.commands(), ["2M", "0M"])
+        # The other way round: somebody turns the knob on the meter.
+        self.meter.command("set M1")
+        self.wait_until(lambda: self.lit(*markers) == {"medium marker"}, "the marker of the medium mode", 5)
+        self.assertEqual(self.commands(), ["2M", "0M"])
+
+    def test_alarm_is_shown_and_reset(self):
+        lamps = ("swr lamp", "power lamp", "reset lamp")
+        self.wait_until(lambda: self.program.readouts()[0] == "96", "the readings")
+        self.assertEqual(self.lit(*lamps), set())
+        for button in ("swr label", "reset"):
+            with self.subTest(button=button):
+                before = len(self.commands())
+                self.meter.command("power 100 49")
+                self.wait_until(lambda: self.lit(*lamps) == {"swr lamp", "reset lamp"}, "the alarm", 5)
+                # The alarm outlives its cause, and the power alarm's label is dark: nothing to reset there.
+                self.meter.command("power 100 4")
+                self.wait_until(lambda: self.program.readouts() == ("96", "4", "1.50"), "the cause to go away", 5)
+                self.program.click(self.program.part("power label"))
+                self.assertEqual(self.lit(*lamps), {"swr lamp", "reset lamp"})
+                self.program.click(self.program.part(button))
+                self.wait_until(lambda: not self.lit(*lamps), "the lamps to go out", 5)
+                self.assertEqual(self.commands()[before:], ["A"])
+        # Without an alarm the button has nothing to tell either. What the meter hears next shows that.
+        self.program.click(self.program.part("reset"))
+        self.program.click(self.program.part("slow"))
+        self.wait_until(lambda: "2M" in self.commands(), "the next command", 5)
+        self.assertEqual(self.commands(), ["A", "A", "2M"])
+
+    def test_keyboard_reaches_every_button(self):
+        handles = {self.program.part(name).hwnd: name for name in BUTTONS}
+
+        def focused():
+            return handles.get(self.desktop.inspector.ask("focus")[0]["focus"])
+
+        def step(key):
+            before = focused()
+            self.desktop.key(key)
+            return self.wait_until(lambda: focused() != before and focused(), f"{key} to leave {before}", 3)
+
+        self.assertEqual([step("Tab") for _ in BUTTONS], BUTTONS)
+        self.assertEqual(step("Tab"), BUTTONS[0])
+        self.assertEqual([step("shift+Tab") for _ in range(4)], ["reset", "dip", "slow", "medium"])
+        self.desktop.key("space")
+        self.wait_until(lambda: self.commands(), "the meter to be told the mode", 5)
+        self.assertEqual(step("Tab"), "slow")
+        self.desktop.key("Return")
+        self.wait_until(lambda: "2M" in self.commands(), "the meter to be told the next mode", 5)
+        self.assertEqual(self.commands(), ["1M", "2M"])
+
+    def tray_icon(self):
+        return next((window for window in self.desktop.inspector.windows()
+                     if window.class_name == "__winex11_tray_icon"), None)
+
+    def test_minimize_button_and_back(self):
+        WM_RBUTTONUP, WM_LBUTTONDBLCLK = 517, 515
+        place = self.program.main.rect
+        self.program.click(self.program.part("minimize"))
+        self.wait_until(self.program.minimized, "the window to be minimised", 5)
+        # What the notification area sends at a double click on the icon.
+        self.program.post(WM_RBUTTONUP, 0, WM_LBUTTONDBLCLK)
+        self.wait_until(lambda: not self.program.minimized(), "the window to come back", 5)
+        self.assertEqual(self.program.main.rect, place)
+        self.program.click(self.program.part("minimize"))
+        self.wait_until(self.program.minimized, "the window to be minimised", 5)
+        # Minimised windows are parked far outside the screen: that is not where the next run shall begin.
+        self.assertEqual(self.program.close(), 0)
+        user = self.program.settings()["USER-SETTINGS"]
+        self.assertEqual((user["FORM-LEFT"], user["FORM-TOP"]), ("3000", "3000"))
+
+    def test_double_click_on_the_tray_icon_minimizes_and_restores(self):
+        icon = self.wait_until(self.tray_icon, "the icon in the tray", 5)
+        for minimized in (True, False):
+            self.desktop.click(*icon.center, repeat=2)
+            self.wait_until(lambda: self.program.minimized() == minimized, f"minimised: {minimized}", 5)
+            self.assertEqual(self.program.menu(), [])
+        self.assertEqual(self.program.close(), 0)
+        self.wait_until(lambda: not self.tray_icon(), "the icon to go away", 5)
+
+    def test_tray_icon_has_the_menu_of_the_face(self):
+        icon = self.wait_until(self.tray_icon, "the icon in the tray", 5)
+        sizes = []
+        for place in (self.program.on_screen(self.program.bare_face()), icon.center):
+            self.desktop.click(*place, button=3)
+            menu = self.wait_until(self.program.menu, "the menu", 5)
+            self.assertEqual(len(menu), 1)
+            sizes.append(menu[0].size)
+            self.desktop.key("Escape")
+            self.wait_until(lambda: not self.program.menu(), "the menu to close", 5)
+        self.assertEqual(sizes[0], sizes[1])
+
+    def test_choice_in_the_menu_reaches_the_meter_and_the_scale(self):
+        self.wait_until(lambda: self.program.scale("forward") == ("0", "50", "100"), "the scale of 100 W")
+        self.program.click(self.program.bare_face(), button=3)
+        self.wait_until(self.program.menu, "the menu", 5)
+        self.desktop.key("Down", "Right")
+        self.wait_until(lambda: len(self.program.menu()) == 2, "the list of ranges", 5)
+        self.desktop.key("Down", "Down", "Return")
+        self.wait_until(lambda: self.program.scale("forward") == ("0", "100", "200"), "the scale of 200 W")
+        self.assertIn("range 2", self.meter.command("state")[0])
+
+
+if __name__ == "__main__":
+    unittest.main()
