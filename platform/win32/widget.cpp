@@ -132,6 +132,8 @@ void Win32Window::OnButton(UINT message, LPARAM position) {
   switch (message) {
     case WM_LBUTTONDOWN:
     case WM_RBUTTONDOWN:
+      // Where the Tab key stops the pointer brings the keyboard as well.
+      if ((::GetWindowLongPtrW(hwnd_, GWL_STYLE) & WS_TABSTOP) != 0) ::SetFocus(hwnd_);
       ::SetCapture(hwnd_);
       TellMouse(MouseAction::kDown, message == WM_LBUTTONDOWN ? kLeftButton : kRightButton, position);
       break;
