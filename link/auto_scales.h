@@ -7,7 +7,7 @@
 namespace orvane {
 
 /// Full scales of the automatic range by the meter's range setting (0..3) and scale row (0..2): element =
-/// range + row x 4.
+/// range + row x 4. The meter's own list goes by range: docs/protocol.md, reply "B".
 struct AutoScales {
   static constexpr std::size_t kRanges = 4;
   static constexpr std::size_t kRows = 3;

@@ -9,6 +9,7 @@ namespace orvane {
 
 // CRC-8 with the polynomial 0xB1 (x^8 + x^7 + x^5 + x^4 + 1), most significant bit first, start value 0. On
 // the wire it is complemented, and covers what stands between STX and ETX, the command letter included.
+// docs/protocol.md, "Check digits", has it worked out by hand.
 
 constexpr std::array<std::uint8_t, 256> MakeCRC8Table() {
   std::array<std::uint8_t, 256> table{};

@@ -9,7 +9,8 @@ namespace orvane {
 
 /// Finds out what a message is and hands it to its handler. Readings, the scale row and the mode are looked
 /// for anywhere in the message, because the meter sends them unasked and may send them right into another
-/// reply; all else goes by the letter after the first STX.
+/// reply; all else goes by the letter after the first STX. docs/protocol.md, "How a message finds its
+/// handler".
 class MessageClassifier {
  public:
   MessageClassifier(MeterState& state, LinkFlags& flags, LinkEvents& events, const LinkSettings& settings)

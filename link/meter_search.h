@@ -12,6 +12,7 @@ namespace orvane {
 
 /// Finds the meter: asks for its version at one speed after the other, then loads its parameters and starts
 /// the readings. Each attempt is one tick of `TimerFindMeter`, which is switched on for the next one.
+/// docs/protocol.md, "The search", has the sequence with its times.
 class MeterSearch {
  public:
   MeterSearch(const LinkContext& link, Transmitter& transmitter, MeterLists& lists, ParameterUpdate& update)

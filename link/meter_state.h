@@ -10,7 +10,7 @@ namespace orvane {
 
 /// What the meter last said about itself. The link writes it, everybody else reads it. Replies come at any
 /// time, also inside a wait, so a value read before one may be another after it. The fields have the letters
-/// of the replies that write them ("b" is B2, "t" T2).
+/// of the replies that write them ("b" is B2, "t" T2); docs/protocol.md, "Replies", tells what they mean.
 struct MeterState {
   std::int16_t ParamR = 0;   ///< row of the meter's own scale, 0..2
   std::int16_t ParamB2 = 0;  ///< bar-graph range scale, 0..3

@@ -8,6 +8,7 @@
 namespace orvane {
 
 /// The meter's settings as the settings panel handles them: what the meter has, or what the operator wants.
+/// Letters and ranges: docs/protocol.md.
 struct ParameterRecord {
   std::int16_t ForwardTrim = 0;     ///< "T", percent
   std::int16_t ReflectedTrim = 0;   ///< "t", percent

@@ -11,7 +11,7 @@
 namespace orvane {
 
 /// Sends changed settings to the meter. Each change is followed by its query, so that the state shows what
-/// the meter accepted; a refused value is not reported.
+/// the meter accepted; a refused value is not reported. docs/protocol.md, "Changing a parameter".
 class ParameterUpdate {
  public:
   ParameterUpdate(const LinkContext& link, Transmitter& transmitter)

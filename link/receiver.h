@@ -10,7 +10,8 @@ namespace orvane {
 
 /// The receiving side of the line. Garbage is no event: bytes are collected until an LF ends a line, a line
 /// that nobody understands is passed over, and the next reading is near. Line errors are shown, never raised;
-/// a framing error means that the speeds have parted, and starts the search again.
+/// a framing error means that the speeds have parted, and starts the search again. docs/protocol.md, "When
+/// the line fails".
 class Receiver : public CommListener {
  public:
   Receiver(const LinkContext& link, MessageClassifier& classifier) : link_(link), classifier_(classifier) {}

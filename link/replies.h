@@ -10,6 +10,7 @@ namespace orvane {
 // The meter's replies. One handler a letter: it takes the payload out of the message, replaces what the
 // program cannot use by a fixed value, and stores it. Nothing is reported back: the next query tells what the
 // meter really has. A number beyond 16 bits is a fault, and the field keeps what it had.
+// Letters, ranges and what stands for the unusable: docs/protocol.md, "Replies".
 
 /// The last numbers of three letters, before and then after they were replaced.
 struct LastNumbers {
