@@ -1,0 +1,192 @@
+#include "window/layout.h"
+
+#include "platform/surface_canvas.h"
+#include "tests/support/face.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace orvane {
+namespace {
+
+/// The three looks of the window, and how to come to them.
+struct Look {
+  const char* name;
+  const char* settings;
+  bool dip;
+};
+constexpr Look kLooks[] = {{"full view", "FORM-REGION=1\r\n", false},
+                           {"short view", "FORM-REGION=0\r\n", false},
+                           {"dip mode", "FORM-REGION=1\r\n", true}};
+
+class LayoutTest : public testing::TestWithParam<Look>, public RunningFace {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(Start(GetParam().settings));
+    if (GetParam().dip) face.ClickMode(3);
+  }
+  std::vector<HeadlessWindow*> SeenWindows() const {
+    std::vector<HeadlessWindow*> seen;
+    for (HeadlessWindow* window : face.All()) {
+      if (Face::Seen(*window)) seen.push_back(window);
+    }
+    return seen;
+  }
+  static bool Holds(const HeadlessWindow* outer, const HeadlessWindow* inner) {
+    for (; inner != nullptr; inner = inner->Container()) {
+      if (inner == outer) return true;
+    }
+    return false;
+  }
+  static std::string Name(const HeadlessWindow& window) {
+    const Rect place = Face::PlaceOnFace(window);
+    return "\"" + window.Text() + "\" at " + std::to_string(place.left) + ", " + std::to_string(place.top);
+  }
+};
+
+void PrintTo(const Look& look, std::ostream* out) {
+  *out << look.name;
+}
+
+TEST_P(LayoutTest, NoTwoWindowsOverlapUnlessOneHoldsTheOther) {
+  const auto seen = SeenWindows();
+  EXPECT_GT(seen.size(), 15U);
+  for (std::size_t i = 0; i < seen.size(); ++i) {
+    for (std::size_t k = i + 1; k < seen.size(); ++k) {
+      if (Holds(seen[i], seen[k]) || Holds(seen[k], seen[i])) continue;
+      EXPECT_TRUE(Intersection(Face::PlaceOnFace(*seen[i]), Face::PlaceOnFace(*seen[k])).Empty())
+          << Name(*seen[i]) << " and " << Name(*seen[k]);
+    }
+  }
+}
+
+TEST_P(LayoutTest, EveryWindowLiesInsideWhatHoldsIt) {
+  for (const HeadlessWindow* window : SeenWindows()) {
+    const Rect& outer = window->Container()->Place();
+    EXPECT_EQ(Intersection(window->Place(), {0, 0, outer.width, outer.height}), window->Place())
+        << Name(*window);
+  }
+}
+
+// Shapes are painted by the form itself; a window over one of them would hide it.
+TEST_P(LayoutTest, LampsLieOnTheBareFace) {
+  const MeterControls& meter = face.Meter();
+  for (const Shape* lamp : {meter.shpSWRAlarm.get(), meter.shpPowerAlarm.get(), meter.shpResetAlarm.get()}) {
+    if (!lamp->Visible()) continue;
+    const Size size{face.Main().Place().width, face.Main().Place().height};
+    EXPECT_EQ(Intersection(lamp->Bounds(), {0, 0, size.width, size.height}), lamp->Bounds());
+    for (const HeadlessWindow* window : SeenWindows())
+      EXPECT_TRUE(Intersection(lamp->Bounds(), Face::PlaceOnFace(*window)).Empty()) << Name(*window);
+  }
+}
+
+TEST_P(LayoutTest, SegmentsLieInTheirFramesClearOfEachOtherAndOfTheScale) {
+  for (const GraphControls* graph : {&face.Meter().forward, &face.Meter().reflected}) {
+    for (std::size_t i = 0; i <= static_cast<std::size_t>(kLastSegment); ++i) {
+      const Shape& segment = *graph->shpGraph[i];
+      const HeadlessWindow& frame = face.Of(dynamic_cast<const PictureBox&>(segment.Container()));
+      EXPECT_TRUE(Face::Seen(frame)) << i;
+      EXPECT_EQ(Intersection(segment.Bounds(), {0, 0, frame.Place().width, frame.Place().height}),
+                segment.Bounds())
+          << i;
+      for (const HeadlessWindow* child : frame.Children())
+        EXPECT_TRUE(Intersection(segment.Bounds(), child->Place()).Empty()) << i << " under " << Name(*child);
+      if (i > 0) EXPECT_GE(segment.Left(), graph->shpGraph[i - 1]->Bounds().right()) << i;
+    }
+  }
+}
+
+// One that is wider or stands closer than its neighbours is seen at once.
+TEST_P(LayoutTest, SegmentsAreEvenInPixels) {
+  const auto pixels = [](int twips, int pixels_per_inch) { return ToPixels(twips, pixels_per_inch); };
+  for (const int pixels_per_inch : {96, 120}) {
+    for (const GraphControls* graph : {&face.Meter().forward, &face.Meter().reflected}) {
+      const HeadlessWindow& frame = face.Of(dynamic_cast<const PictureBox&>(graph->shpGraph[0]->Container()));
+      const int origin = Face::PlaceOnFace(frame).left;
+      const auto left = [&](std::size_t i) {
+        return pixels(origin + graph->shpGraph[i]->Left(), pixels_per_inch);
+      };
+      const auto width = [&](std::size_t i) {
+        return pixels(origin + graph->shpGraph[i]->Bounds().right(), pixels_per_inch) - left(i);
+      };
+      for (std::size_t i = 1; i <= static_cast<std::size_t>(kLastSegment); ++i) {
+        ASSERT_EQ(left(i) - left(i - 1), pixels_per_inch / 12) << i;
+        ASSERT_EQ(width(i), width(0)) << i;
+        ASSERT_LT(width(i), pixels_per_inch / 12) << "a gap between the segments";
+      }
+    }
+  }
+}
+
+TEST_P(LayoutTest, WhatLiesOnMultiplesOfSixtyTwipsIsOnWholePixels) {
+  int on_grid = 0;
+  for (const HeadlessWindow* window : SeenWindows()) {
+    const Rect place = Face::PlaceOnFace(*window);
+    for (const int edge : {place.left, place.top, place.right(), place.bottom()}) {
+      if (edge % 60 != 0) continue;
+      ++on_grid;
+      for (const int pixels_per_inch : {96, 120})
+        EXPECT_EQ(ToPixels(edge, pixels_per_inch) * kTwipsPerInch, edge * pixels_per_inch) << Name(*window);
+    }
+  }
+  EXPECT_GT(on_grid, 30);
+}
+
+TEST_P(LayoutTest, TheTabKeyStopsAtEveryButtonThatIsSeenAndAtNothingElse) {
+  const MeterControls& meter = face.Meter();
+  const FormControls& form = face.Controls();
+  std::vector<const HeadlessWindow*> buttons;
+  for (const auto& button : form.cmdMenu)
+    buttons.push_back(&face.Of(*button));
+  for (const auto* button : {&form.cmdHelp, &form.cmdMinimize, &form.cmdClose, &meter.cmdResetAlarms})
+    buttons.push_back(&face.Of(**button));
+  for (const auto& button : meter.cmdMode)
+    buttons.push_back(&Face::In(face.Of(*meter.pbxModePanel), *button));
+  for (const GraphControls* graph : {&meter.forward, &meter.reflected}) {
+    for (const auto& button : graph->cmdRange)
+      buttons.push_back(&Face::In(face.Of(*graph->pbxRangeButtons), *button));
+  }
+  for (const HeadlessWindow* window : SeenWindows()) {
+    const bool button = std::find(buttons.begin(), buttons.end(), window) != buttons.end();
+    EXPECT_EQ(window->TabStop(), button) << Name(*window);
+    if (button) EXPECT_GE(ToPixels(window->Place().height, 96), 15) << "too small to hit: " << Name(*window);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Looks, LayoutTest, testing::ValuesIn(kLooks));
+
+/// Width and height of a PNG file, by its header.
+Size PictureSize(const std::string& name) {
+  const auto root = std::filesystem::path(__FILE__).parent_path().parent_path().parent_path();
+  const std::string bytes = FileBytes((root / "Images" / name).string());
+  if (bytes.size() < 24 || bytes.compare(1, 3, "PNG") != 0) return {};
+  const auto number = [&](std::size_t at) {
+    int value = 0;
+    for (std::size_t i = at; i < at + 4; ++i)
+      value = value << 8 | static_cast<unsigned char>(bytes[i]);
+    return value;
+  };
+  return {number(16), number(20)};
+}
+
+TEST(Layout, TheShippedPicturesAreAsLargeAsWhatTheyCover) {
+  struct Row {
+    const char* name;
+    Size twips;
+    int pixels_per_inch;
+  };
+  const Size logo{layout::kLogo.width, layout::kLogo.height};
+  for (const Row& row : {Row{"OVFace.ovl", layout::kFullFace, 96},
+                         {"OVFace120.ovl", layout::kFullFace, 120},
+                         {"OVFaceSm.ovl", layout::kShortFace, 96},
+                         {"OVFaceSm120.ovl", layout::kShortFace, 120},
+                         {"TamskLogo.ovl", logo, 96},
+                         {"TamskLogoBW.ovl", logo, 96}}) {
+    const Size expected{ToPixels(row.twips.width, row.pixels_per_inch),
+                        ToPixels(row.twips.height, row.pixels_per_inch)};
+    EXPECT_EQ(PictureSize(row.name), expected) << row.name;
+  }
+}
+
+}  // namespace
+}  // namespace orvane
