@@ -51,7 +51,9 @@ TEST_F(DigitBoxTest, NumbersStandAtTheRight) {
   const Painting painting = Show(whole, "8");
   const int width = ToPixels(whole.Width(), 96);
   for (std::size_t i = 0; i < painting.pixels.size(); ++i) {
-    if (Brightness(painting.pixels[i]) > 190) ASSERT_GE(static_cast<int>(i) % width, width * 4 / 5 - 2);
+    if (Brightness(painting.pixels[i]) > 190) {
+      ASSERT_GE(static_cast<int>(i) % width, width * 4 / 5 - 2);
+    }
   }
   EXPECT_NEAR(Lit(Show(whole, "88888")), 5 * Lit(painting), Lit(painting) / 3) << "five of them";
 }

@@ -78,7 +78,9 @@ TEST(SurfaceCanvas, RoundShapesFillTheirBoxAndNoMore) {
   for (int y = 0; y < 20; ++y) {
     for (int x = 0; x < 20; ++x) {
       const bool in_box = Rect{4, 4, 10, 10}.Contains({x, y}) || Rect{2, 15, 16, 4}.Contains({x, y});
-      if (!in_box) EXPECT_EQ(sheet.surface.At(x, y), 0U) << x << ", " << y;
+      if (!in_box) {
+        EXPECT_EQ(sheet.surface.At(x, y), 0U) << x << ", " << y;
+      }
     }
   }
   EXPECT_EQ(sheet.surface.Grey(9, 9), 255);

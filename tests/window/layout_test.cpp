@@ -91,7 +91,9 @@ TEST_P(LayoutTest, SegmentsLieInTheirFramesClearOfEachOtherAndOfTheScale) {
           << i;
       for (const HeadlessWindow* child : frame.Children())
         EXPECT_TRUE(Intersection(segment.Bounds(), child->Place()).Empty()) << i << " under " << Name(*child);
-      if (i > 0) EXPECT_GE(segment.Left(), graph->shpGraph[i - 1]->Bounds().right()) << i;
+      if (i > 0) {
+        EXPECT_GE(segment.Left(), graph->shpGraph[i - 1]->Bounds().right()) << i;
+      }
     }
   }
 }
@@ -149,7 +151,9 @@ TEST_P(LayoutTest, TheTabKeyStopsAtEveryButtonThatIsSeenAndAtNothingElse) {
   for (const HeadlessWindow* window : SeenWindows()) {
     const bool button = std::find(buttons.begin(), buttons.end(), window) != buttons.end();
     EXPECT_EQ(window->TabStop(), button) << Name(*window);
-    if (button) EXPECT_GE(ToPixels(window->Place().height, 96), 15) << "too small to hit: " << Name(*window);
+    if (button) {
+      EXPECT_GE(ToPixels(window->Place().height, 96), 15) << "too small to hit: " << Name(*window);
+    }
   }
 }
 

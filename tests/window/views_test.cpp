@@ -143,8 +143,9 @@ TEST_F(ViewsTest, TheShortViewShowsBothBarsInTheForwardFrame) {
       EXPECT_EQ(&meter.forward.shpGraph[i]->Container(), meter.forward.pbxGraph.get());
       if (i > static_cast<std::size_t>(kLastSegment)) continue;
       EXPECT_EQ(Intersection(reflected.Bounds(), inside), reflected.Bounds()) << i;
-      if (!full)
+      if (!full) {
         EXPECT_TRUE(Intersection(reflected.Bounds(), meter.forward.shpGraph[i]->Bounds()).Empty()) << i;
+      }
     }
     EXPECT_EQ(program.Lit(meter.reflected), lit) << "what is lit stays lit";
     face.ToggleView();
