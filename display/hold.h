@@ -38,6 +38,8 @@ class PeakHold {
   }
   void Hold(std::int32_t now, std::int16_t hold_time) { clock_.Start(now, hold_time); }
   Value Shown() const { return shown_; }
+  /// Forgets everything, also a hold that runs.
+  void Restart() { *this = {}; }
   /// Replaces the shown value: 0, or -1, gives way to the next one that comes.
   void SetShown(Value value) { shown_ = value; }
 

@@ -147,6 +147,18 @@ void PowerDisplay::RestartBars() {
   dip_level_ = 0;
 }
 
+void PowerDisplay::ShowNoReadings() {
+  RestartBars();
+  forward_.Restart();
+  reflected_.Restart();
+  vswr_.Restart();
+  for (OVDigitBox* readout :
+       {controls_.forward.dbxPower.get(), controls_.reflected.dbxPower.get(), controls_.dbxVSWR.get()}) {
+    readout->Set_digitdisplay("");
+  }
+  lamps_.Reset();
+}
+
 void PowerDisplay::ResetPowerDisplay() {
   net_forward_ = 0;
   reflected_in_ = 0;

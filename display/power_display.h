@@ -47,6 +47,8 @@ class PowerDisplay {
   /// Puts out both bars and forgets their levels, so that the next line draws them whole: for a change of
   /// what they show.
   void RestartBars();
+  /// No readings come any more: bars out, readouts blank, holds over. The next line shows what it brings.
+  void ShowNoReadings();
   /// Forgets the shown values and clears the reflected bar.
   void ResetPowerDisplay();
   AlarmLamps& Lamps() { return lamps_; }

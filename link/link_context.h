@@ -7,6 +7,7 @@
 #include "platform/event_pump.h"
 #include "platform/serial_port.h"
 
+#include <cstdint>
 #include <string>
 
 namespace orvane {
@@ -17,6 +18,9 @@ struct LinkFlags {
   bool ResyncPending = false;       ///< keeps a burst of framing errors from restarting the search again
   bool MeterSearchRunning = false;  ///< from the first attempt to the meter's answer
   bool SearchAbandoned = false;     ///< the operator does not want to try again
+  bool PortGone = false;            ///< the port was lost in use and is waited for
+  bool DataFlowWanted = false;      ///< the meter was found and the operator did not stop its readings
+  std::uint32_t LastLineTick = 0;   ///< tick count of the last line of any kind
   std::string LastCommand;          ///< text of the command given to the transmitter last
   /// What WaitForAck looks for. The meter's "A" is not stored here, so that its waits take their full time:
   /// they pace the meter, which acknowledges a setting before it has carried it out.

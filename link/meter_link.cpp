@@ -14,7 +14,8 @@ MeterLink::MeterLink(Clock& clock, EventPump& pump, SerialPort& port, LinkSettin
       receiver_(link_, classifier_),
       transmitter_(link_),
       update_(link_, transmitter_),
-      search_(link_, transmitter_, lists_, update_) {
+      search_(link_, transmitter_, lists_, update_),
+      watch_(link_, search_) {
   port.SetListener(&receiver_);
 }
 

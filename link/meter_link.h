@@ -5,6 +5,7 @@
 #include "link/meter_lists.h"
 #include "link/meter_search.h"
 #include "link/parameter_update.h"
+#include "link/port_watch.h"
 #include "link/receiver.h"
 #include "link/transmitter.h"
 
@@ -42,8 +43,15 @@ class MeterLink {
 
   /// Sends one command; see Transmitter.
   void SendCommand(std::string_view text) { transmitter_.SendCommand(text); }
-  /// Starts or stops the readings, after 50 ms.
-  void SetDataFlow(bool on) { transmitter_.SetDataFlow(on); }
+  /// Starts or stops the readings, after 50 ms, as the operator wants them.
+  void SetDataFlow(bool on) {
+    flags_.DataFlowWanted = on;
+    transmitter_.SetDataFlow(on);
+  }
+  /// To be called every PortWatch::kTickMs: see PortWatch.
+  void Watch() { watch_.Tick(); }
+  /// The computer slept, or an adapter came or went.
+  void ReopenPort() { watch_.Reopen(); }
   void WaitForAck(std::int32_t delay_ms) { transmitter_.WaitForAck(delay_ms); }
 
   /// Asks for all parameters; see parameter_load.h. @throws RuntimeError kOverflow
@@ -69,6 +77,7 @@ class MeterLink {
   Transmitter transmitter_;
   ParameterUpdate update_;
   MeterSearch search_;
+  PortWatch watch_;
 };
 
 }  // namespace orvane

@@ -35,7 +35,25 @@ void MeterSearch::FindMeter() {
   // Also when the next attempt was due already: a port that cannot be opened is not tried again each second,
   // with a box each time.
   link_.events.EnableFindMeter(false);
+  if (link_.flags.PortGone) return;  // lost meanwhile; its return is watched for
   link_.events.ShowBox("Comm Port = 0 No Port Selected. Please Select a Comm Port.", "No Port Selected");
+}
+
+bool MeterSearch::FindMeterQuietly() {
+  if (attempt_running_) return false;
+  const ScopedTrue guard(attempt_running_);
+  const ScopedTrue quiet(quiet_);
+  restarted_ = false;
+  link_.flags.MeterFound = false;
+  link_.state.FirmwareVersion.clear();
+  Attempt([this] { TryOnce(); });
+  return link_.flags.MeterFound;
+}
+
+void MeterSearch::GoOnAfterLateAnswer() {
+  const bool stuck =
+      !attempt_running_ && !link_.flags.MeterFound && !link_.flags.SearchAbandoned && Answered();
+  if (stuck) FindMeter();
 }
 
 void MeterSearch::TryOnce() {
@@ -79,6 +97,8 @@ void MeterSearch::Succeed() {
   transmitter_.SetDataFlow(true);
   link_.flags.MeterFound = true;
   link_.flags.ResyncPending = false;
+  link_.flags.DataFlowWanted = true;
+  if (quiet_) link_.settings.SaveMeterSettings();
 }
 
 void MeterSearch::RestoreRanges() {
@@ -102,6 +122,7 @@ std::string MeterSearch::NextBaudRate(std::int16_t& baud_rate_index) {
   std::string speed(kSpeeds[in_list ? static_cast<std::size_t>(baud_rate_index) : 0]);
   baud_rate_index = in_list ? static_cast<std::int16_t>(baud_rate_index + 1) : std::int16_t{0};
   link_.settings.SetBaudRate(speed);
+  if (quiet_) return speed;
   if (search_attempts_ == kAttemptsBeforeAsking) {
     AskToGoOn();
     link_.settings.SetBaudRate(kSpeeds[0]);
@@ -133,6 +154,8 @@ void MeterSearch::Restart() {
   link_.flags.ResyncPending = false;
   link_.flags.MeterSearchRunning = false;
   link_.flags.SearchAbandoned = false;
+  link_.flags.PortGone = false;
+  link_.flags.DataFlowWanted = false;
   link_.state.FirmwareVersion.clear();
   baud_rate_index_ = 0;
   search_attempts_ = 0;

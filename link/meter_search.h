@@ -22,6 +22,14 @@ class MeterSearch {
   /// an attempt runs (the meter's notice switches the timer on) is let pass: the timer goes on ticking.
   void FindMeter();
 
+  /// One attempt without any box, and without another one to follow: for a meter that was lost in use.
+  /// @return true when the meter streams again
+  bool FindMeterQuietly();
+
+  /// An answer that came too late for its attempt switches the timer off while nothing runs: the search would
+  /// stand still without a meter. Makes one more attempt then, which takes that answer.
+  void GoOnAfterLateAnswer();
+
   /// The speed to try next, also put into the settings: 38400, 19200, 9600, then 38400 twice, and so on. When
   /// ten attempts have failed before this one, the operator is asked instead whether to go on.
   std::string NextBaudRate(std::int16_t& baud_rate_index);
@@ -45,6 +53,7 @@ class MeterSearch {
   std::int16_t baud_rate_index_ = 0;  // in the list of speeds, for the attempt after the next failure
   std::int16_t search_attempts_ = 0;  // failures since the operator was asked
   bool attempt_running_ = false;
+  bool quiet_ = false;      // nobody is asked or told in boxes
   bool restarted_ = false;  // since the running attempt began
 };
 

@@ -46,6 +46,7 @@ void Receiver::Receive() {
 void Receiver::HandleLines() {
   const ScopedTrue guard(draining_);
   while (buffer_.CutLine(line_)) {
+    link_.flags.LastLineTick = static_cast<std::uint32_t>(link_.clock.GetTickCount());
     Attempt([this] { classifier_.ProcessMessage(line_); });
     Attempt([this] { link_.events.LineHandled(); });
   }
@@ -63,6 +64,7 @@ void Receiver::HandleFramingError() {
 void Receiver::HandleLoss() {
   link_.port.Close();
   link_.flags.MeterFound = false;
+  link_.flags.PortGone = true;
   ShowError("Port Lost");
   link_.events.PortLost();
 }

@@ -50,6 +50,8 @@ struct SerialPort {
   /// Never fails and never waits for a call that does not end.
   virtual void Close() = 0;
   virtual bool PortOpen() const = 0;
+  /// A cheap question to the system whether the open port is still there; false when it is closed.
+  virtual bool Works() = 0;
 
   /// Drops what was written and has not gone out. @throws RuntimeError kPortNotOpen
   virtual void DiscardOutput() = 0;

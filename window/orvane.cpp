@@ -32,9 +32,11 @@ Orvane::Orvane(Platform& platform)
       launches_(platform.shell),
       client_(platform.clients, platform.clock),
       tray_retry_(platform.windows, platform.clock, kTrayRetryMs),
-      TimerFindMeter_(platform.windows, platform.clock, kFindMeterMs) {
+      TimerFindMeter_(platform.windows, platform.clock, kFindMeterMs),
+      port_watch_(platform.windows, platform.clock, PortWatch::kTickMs) {
   form_.SetBackColor(kFaceColor);
   TimerFindMeter_.Tick = [this] { link_.FindMeter(); };
+  port_watch_.Tick = [this] { link_.Watch(); };
   tray_retry_.Tick = [this] { AddTrayIcon(); };
   modes_.SendCommand = [this](std::string_view command) { link_.SendCommand(command); };
   modes_.ShowVSWRMode = [this](bool dip) { ShowVSWRMode(dip); };

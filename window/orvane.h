@@ -69,7 +69,8 @@ class Orvane : private LinkEvents {
   bool InDipMode() const override { return mode_.Dip(); }
   bool AskOkCancel(std::string_view text, std::string_view title) override;
   void ShowBox(std::string_view text, std::string_view title) override;
-  void PortLost() override { status_.ShowAlert("Port Lost"); }
+  void PortLost() override {}
+  void ReadingsStopped() override { display_.ShowNoReadings(); }
 
   void OnForwardRange(int index);
   void OnReflectedRange(int index);
@@ -122,6 +123,7 @@ class Orvane : private LinkEvents {
   bool logo_lit_ = false;
   bool view_waits_ = false;  // the meter changed its mode while the window was minimised
   Timer TimerFindMeter_;
+  Timer port_watch_;
   bool started_ = false;
   bool closing_ = false;
 };

@@ -42,6 +42,7 @@ void Orvane::Form_Load() {
   lights_.Reset();
   if (kept_.Trouble() != SettingsTrouble::kNone) status_.ShowAlert(kept_.TroubleText());
   TimerFindMeter_.SetEnabled(true);
+  port_watch_.SetEnabled(true);
 }
 
 // The window takes its shape before the logo is looked for.
@@ -92,6 +93,7 @@ void Orvane::Form_Unload(std::int16_t cancel) {
   Attempt([this] { platform_.windows.Tray().Remove(); });
   if (cancel != kEndAtOnce) {
     TimerFindMeter_.SetEnabled(false);  // a search must not begin inside the pauses
+    port_watch_.SetEnabled(false);
     if (!EqualNoCase(kept_.Settings().CommPort, "0")) link_.StopAndClose();
     if (started_) Attempt([this] { RecordPosition(); });  // before, it has not been put at its place yet
     Attempt([this] { kept_.SaveUserSettings(); });

@@ -45,6 +45,7 @@ class HeadlessSerialPort final : public SerialPort {
   void Open() override;
   void Close() override;
   bool PortOpen() const override { return open_; }
+  bool Works() override { return open_ && !dead_; }
   void DiscardOutput() override;
   void Write(std::string_view bytes) override;
   void TakeReceived(std::string& buffer) override;

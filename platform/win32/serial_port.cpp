@@ -121,6 +121,15 @@ void Win32SerialPort::Close() {
   worker_.reset();
 }
 
+// The set-up can be asked for without disturbing what is under way; a driver without its device cannot tell
+// it.
+bool Win32SerialPort::Works() {
+  if (!worker_ || worker_->Lost()) return false;
+  DCB line{};
+  line.DCBlength = sizeof(line);
+  return ::GetCommState(worker_->port(), &line) != 0;
+}
+
 void Win32SerialPort::DiscardOutput() {
   if (!worker_) throw RuntimeError(Fault::kPortNotOpen, "Clearing the transmit buffer");
   worker_->DiscardWrites();

@@ -40,6 +40,7 @@ class Win32SerialPort : public SerialPort {
   void Open() override;
   void Close() override;
   bool PortOpen() const override { return worker_ != nullptr; }
+  bool Works() override;
   void DiscardOutput() override;
   void Write(std::string_view bytes) override;
   void TakeReceived(std::string& buffer) override;

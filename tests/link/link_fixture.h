@@ -102,6 +102,7 @@ class RecordingEvents : public LinkEvents {
     on_box();
   }
   void PortLost() override { log.emplace_back("lost"); }
+  void ReadingsStopped() override { log.emplace_back("stopped"); }
 
  private:
   void Tick() {

@@ -1,0 +1,91 @@
+#include "link/port_watch.h"
+
+#include "base/runtime_error.h"
+#include "link/port_setup.h"
+#include "link/scoped_true.h"
+
+namespace orvane {
+namespace {
+
+// Differences of ticks are taken unsigned, so that they outlive the wrap of the tick count.
+constexpr std::uint32_t kSilenceMs = 5000;
+constexpr std::uint32_t kSearchAfterMs = 10000;
+constexpr std::uint32_t kSearchEveryMs = 10000;
+constexpr int kSearchesAfterReturn = 3;  // one for each speed
+
+}  // namespace
+
+void PortWatch::Tick() {
+  if (busy_) return;
+  const ScopedTrue guard(busy_);
+  if (!link_.flags.PortGone && link_.port.PortOpen() && !link_.port.Works()) Lose();
+  if (link_.flags.PortGone) {
+    BringBack();
+  } else {
+    search_.GoOnAfterLateAnswer();
+    MindSilence();
+  }
+}
+
+void PortWatch::Reopen() {
+  if (link_.flags.PortGone || !link_.port.PortOpen()) return;
+  Lose();
+}
+
+void PortWatch::Lose() {
+  link_.port.Close();
+  link_.flags.MeterFound = false;
+  link_.flags.PortGone = true;
+  link_.events.ShowStatus("Port Lost", StatusTone::kUrgent);
+  link_.events.PortLost();
+}
+
+// Telling it again and again keeps the words on the status line for as long as they are true.
+void PortWatch::BringBack() {
+  if (!silent_) DropReadings();
+  Attempt([this] { SetUpPort(link_); });
+  if (!Attempt([this] { link_.port.Open(); }) || !link_.port.Works()) {
+    link_.port.Close();
+    link_.events.ShowStatus("Port Lost", StatusTone::kUrgent);
+    return;
+  }
+  link_.flags.PortGone = false;
+  link_.flags.DataFlowWanted = true;
+  searches_at_once_ = kSearchesAfterReturn;
+  MindSilence();
+}
+
+void PortWatch::MindSilence() {
+  if (!link_.flags.DataFlowWanted) {
+    silent_ = false;
+    return;
+  }
+  const std::uint32_t quiet = Now() - link_.flags.LastLineTick;
+  if (quiet < kSilenceMs && searches_at_once_ == 0) {
+    silent_ = false;
+    return;
+  }
+  if (!silent_) DropReadings();
+  if (searches_at_once_ == 0) link_.events.ShowStatus("No Data", StatusTone::kUrgent);
+  const bool its_turn = quiet >= kSearchAfterMs && Now() - last_search_ >= kSearchEveryMs;
+  if (searches_at_once_ == 0 && !its_turn) return;
+  if (searches_at_once_ > 0) --searches_at_once_;
+  if (search_.FindMeterQuietly()) {
+    searches_at_once_ = 0;
+    silent_ = false;
+  }
+  last_search_ = Now();
+}
+
+// An old number must not be taken for a reading, neither on the screen nor by whatever line comes next.
+void PortWatch::DropReadings() {
+  silent_ = true;
+  link_.state.ForwardPower = 0;
+  link_.state.ReflectedPower = 0;
+  link_.state.VSWR = 0.0F;
+  link_.state.SWRAlarm = kFalse;
+  link_.state.PwrAlarm = kFalse;
+  link_.events.ReadingsStopped();
+}
+
+}  // namespace orvane

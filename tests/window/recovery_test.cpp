@@ -1,0 +1,142 @@
+#include "tests/support/program.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+// A port that goes and comes, a meter that falls silent: the program gets over it by itself, and nobody takes
+// an old number for a reading meanwhile.
+class RecoveryTest : public testing::Test {
+ protected:
+  RecoveryTest() : program(At38400()) {
+    program.line.Meter.SetPower(500, 20);
+    EXPECT_TRUE(program.StartStreaming());
+    program.RunFor(2000);
+    EXPECT_EQ(program.Fwd(), "480");
+  }
+  static sim::MeterOptions At38400() {
+    sim::MeterOptions options;
+    options.Baud = 38400;
+    return options;
+  }
+  bool Dark() const {
+    const MeterControls& meter = program.orvane->Meter();
+    return program.Fwd().empty() && program.Ref().empty() && program.Ratio().empty() &&
+           program.Lit(meter.forward) == 0 && program.Lit(meter.reflected) == 0;
+  }
+  bool Live() { return program.Fwd() == "480" && program.line.Meter.Streaming(); }
+  int Count(const std::string& command) const {
+    const auto commands = program.Commands();
+    return static_cast<int>(std::count(commands.begin(), commands.end(), command));
+  }
+
+  Program program;
+};
+
+TEST_F(RecoveryTest, AnUnpluggedPortComesBackByItself) {
+  for (int round = 0; round < 10; ++round) {
+    program.port.Lose();
+    program.RunFor(100);
+    EXPECT_EQ(program.Status(), "Port Lost");
+    EXPECT_EQ(program.orvane->Meter().lblShowStatus->ForeColor(), 255U);
+    program.RunFor(600);
+    EXPECT_TRUE(Dark());
+    EXPECT_FALSE(program.port.PortOpen());
+    program.RunFor(20000 + round * 137);
+    EXPECT_EQ(program.Status(), "Port Lost") << "said for as long as it is true";
+    program.line.Meter.Reset();
+    program.RunFor(1000);
+    program.port.SetPresent(true);
+    EXPECT_TRUE(program.RunUntil([&] { return Live(); }, 3000)) << "round " << round;
+  }
+  EXPECT_TRUE(program.desktop.boxes.empty());
+  EXPECT_TRUE(program.Close());
+}
+
+TEST_F(RecoveryTest, NoOldReadingIsShownWhenThePortReturns) {
+  program.port.Lose();
+  program.RunFor(3000);
+  program.line.Meter.SetPower(0, 0);
+  program.port.SetPresent(true);
+  for (int i = 0; i < 400; ++i) {
+    program.RunFor(10);
+    EXPECT_NE(program.Fwd(), "480");
+  }
+  EXPECT_EQ(program.Fwd(), "0");
+}
+
+TEST_F(RecoveryTest, APortThatDiesWithoutAWordIsNoticed) {
+  program.port.SetPresent(false);
+  program.port.Close();  // as after a sleep: the program's own handle is no good any more
+  program.RunFor(11000);
+  EXPECT_TRUE(Dark());
+  program.port.SetPresent(true);
+  EXPECT_TRUE(program.RunUntil([&] { return Live(); }, 13000));
+  EXPECT_TRUE(program.desktop.boxes.empty());
+}
+
+TEST_F(RecoveryTest, ASilentMeterIsSaidAndSearchedQuietly) {
+  program.line.Meter.SetMute(true);
+  program.RunFor(4500);
+  EXPECT_EQ(program.Fwd(), "480");
+  program.RunFor(1500);
+  EXPECT_EQ(program.Status(), "No Data");
+  EXPECT_TRUE(Dark());
+  EXPECT_EQ(Count("v?"), 1);
+  program.RunFor(120000);
+  EXPECT_TRUE(program.desktop.boxes.empty());
+  EXPECT_GE(Count("v?"), 3);  // the meter hears only those at its own speed
+  EXPECT_LE(Count("v?"), 13);
+  program.line.Meter.SetMute(false);
+  EXPECT_TRUE(program.RunUntil([&] { return Live(); }, 50000));
+}
+
+TEST_F(RecoveryTest, AMeterThatWasSwitchedOffAndOnStreamsByItself) {
+  program.line.Meter.Reset();
+  program.RunFor(1000);
+  EXPECT_FALSE(program.line.Meter.Streaming());
+  EXPECT_TRUE(program.RunUntil([&] { return Live(); }, 25000));
+}
+
+TEST_F(RecoveryTest, StoppedReadingsAreNoSilence) {
+  program.desktop.choices = {1005};
+  program.desktop.Main()->Find("Settings")->Click();
+  const std::size_t commands = program.Commands().size();
+  program.RunFor(60000);
+  EXPECT_EQ(program.Commands().size(), commands);
+  EXPECT_NE(program.Status(), "No Data");
+}
+
+TEST_F(RecoveryTest, ClosingWhileThePortIsGoneTakesNoTime) {
+  program.port.Lose();
+  program.RunFor(1300);
+  const std::int64_t before = program.time.Now();
+  EXPECT_TRUE(program.Close());
+  EXPECT_LT(program.time.Now() - before, 2000);
+  EXPECT_NE(program.SettingsText().find("FORM-TOP"), std::string::npos);
+}
+
+TEST_F(RecoveryTest, LosingThePortDuringASearchAsksNobody) {
+  program.port.Raise(CommEvent::kFrame);
+  program.RunFor(1200);  // in the middle of the new search
+  program.port.Lose();
+  program.RunFor(5000);
+  program.port.SetPresent(true);
+  EXPECT_TRUE(program.RunUntil([&] { return Live(); }, 5000));
+  EXPECT_TRUE(program.desktop.boxes.empty());
+}
+
+TEST(LateAnswer, DoesNotEndTheSearchForEver) {
+  sim::MeterOptions options;
+  options.Baud = 38400;
+  options.ReplyDelayMs = 2000;
+  Program program(options);
+  program.line.Meter.SetPower(100, 0);
+  ASSERT_TRUE(program.Start());
+  EXPECT_TRUE(program.RunUntil([&] { return program.line.Meter.Streaming(); }, 60000));
+}
+
+}  // namespace
+}  // namespace orvane
