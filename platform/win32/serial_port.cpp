@@ -1,11 +1,12 @@
 #include "platform/win32/serial_port.h"
 
-#include "base/numeric_text.h"
 #include "base/runtime_error.h"
 #include "base/text.h"
 #include "platform/win32/port_worker.h"
 
 #include <array>
+#include <charconv>
+#include <system_error>
 
 namespace orvane {
 namespace {
@@ -37,28 +38,49 @@ constexpr std::array<BitEvent, 9> kBitEvents{{{port_bits::kSend, CommEvent::kSen
                      "Opening COM" + std::to_string(number) + ": error " + std::to_string(error));
 }
 
-BYTE ParityOf(std::string_view text) {
-  if (EqualNoCase(text, "E")) return EVENPARITY;
-  if (EqualNoCase(text, "O")) return ODDPARITY;
-  if (EqualNoCase(text, "N")) return NOPARITY;
-  throw RuntimeError(Fault::kInvalidPort, "Reading the line settings: parity");
+[[noreturn]] void FailReading(std::string_view settings) {
+  throw RuntimeError(Fault::kInvalidPort, "Reading the line settings \"" + std::string(settings) + "\"");
+}
+
+/// A word of the settings, and what the system calls it.
+struct SettingRow {
+  std::string_view text;
+  BYTE value;
+};
+constexpr std::array<SettingRow, 5> kParities{
+    {{"N", NOPARITY}, {"E", EVENPARITY}, {"O", ODDPARITY}, {"M", MARKPARITY}, {"S", SPACEPARITY}}};
+constexpr std::array<SettingRow, 5> kDataBits{{{"8", 8}, {"7", 7}, {"6", 6}, {"5", 5}, {"4", 4}}};
+constexpr std::array<SettingRow, 3> kStopBits{{{"1", ONESTOPBIT}, {"1.5", ONE5STOPBITS}, {"2", TWOSTOPBITS}}};
+
+template <std::size_t n>
+BYTE ValueOf(const std::array<SettingRow, n>& rows, std::string_view text, std::string_view settings) {
+  for (const SettingRow& row : rows) {
+    if (EqualNoCase(row.text, text)) return row.value;
+  }
+  FailReading(settings);
+}
+
+/// Digits only: the readers of numbers elsewhere also take fractions and signs, and have faults of their own.
+DWORD SpeedOf(std::string_view text, std::string_view settings) {
+  DWORD speed = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), speed);
+  if (error != std::errc{} || end != text.data() + text.size() || speed == 0) FailReading(settings);
+  return speed;
 }
 
 /// "38400,N,8,1" as the system's record. Everything is set, nothing inherited: some drivers leave flags
 /// behind that stop a line at its first error.
 DCB LineOf(std::string_view settings) {
   const auto parts = Split(settings, ',');
-  if (parts.size() != 4) throw RuntimeError(Fault::kInvalidPort, "Reading the line settings");
+  if (parts.size() != 4) FailReading(settings);
   DCB line{};
   line.DCBlength = sizeof(line);
-  const std::int32_t speed = Int32Of(parts[0]);
-  if (speed <= 0) throw RuntimeError(Fault::kInvalidPort, "Reading the line settings: speed");
-  line.BaudRate = static_cast<DWORD>(speed);
+  line.BaudRate = SpeedOf(parts[0], settings);
   line.fBinary = TRUE;
-  line.Parity = ParityOf(parts[1]);
+  line.Parity = ValueOf(kParities, parts[1], settings);
   line.fParity = line.Parity != NOPARITY ? TRUE : FALSE;
-  line.ByteSize = static_cast<BYTE>(Int16Of(parts[2]));
-  line.StopBits = parts[3] == "2" ? TWOSTOPBITS : ONESTOPBIT;
+  line.ByteSize = ValueOf(kDataBits, parts[2], settings);
+  line.StopBits = ValueOf(kStopBits, parts[3], settings);
   line.fDtrControl = DTR_CONTROL_DISABLE;
   line.fRtsControl = RTS_CONTROL_DISABLE;
   line.XonLim = 2048;
@@ -95,10 +117,10 @@ Win32SerialPort::~Win32SerialPort() {
 
 void Win32SerialPort::SetSettings(std::string_view settings) {
   DCB line = LineOf(settings);
-  settings_ = settings;
   if (worker_ && ::SetCommState(worker_->port(), &line) == 0) {
     throw RuntimeError(Fault::kPortLost, "Setting up COM" + std::to_string(number_));
   }
+  settings_ = settings;
 }
 
 void Win32SerialPort::Open() {
