@@ -205,9 +205,13 @@ bool PortWorker::QueueWrite(std::string_view bytes) {
   return true;
 }
 
+// A write that is under way is cancelled without waiting for its end; the thread sees to that.
 void PortWorker::DiscardWrites() {
-  const Locked locked(lock_);
-  to_write_.clear();
+  {
+    const Locked locked(lock_);
+    to_write_.clear();
+  }
+  ::CancelIoEx(port_.get(), &write_);
 }
 
 }  // namespace orvane
