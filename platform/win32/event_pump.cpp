@@ -25,7 +25,10 @@ void Win32EventPump::DeliverArrivals() {
 }
 
 void Win32EventPump::SleepUntil(std::int32_t tick) {
-  const std::int64_t left = static_cast<std::int64_t>(tick) - clock_.GetTickCount();
+  // Modulo 2^32, as the tick count itself: when it has wrapped since the caller looked, the tick is behind it
+  // and not 49 days ahead.
+  const auto left = static_cast<std::int32_t>(static_cast<std::uint32_t>(tick) -
+                                              static_cast<std::uint32_t>(clock_.GetTickCount()));
   if (left <= 0) return;
   ::MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(left), QS_ALLINPUT, MWMO_INPUTAVAILABLE);
 }
