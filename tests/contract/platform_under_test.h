@@ -5,16 +5,25 @@
 
 // The one place where the contracts learn which system they run on.
 #ifdef _WIN32
+#include "platform/win32/event_pump.h"
 #include "platform/win32/files.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/profile_store.h"
+#include "platform/win32/serial_port.h"
+#include "platform/win32/window_system.h"
+#include "tests/contract/null_modem_peer.h"
 #else
+#include "platform/headless/desktop.h"
 #include "platform/headless/files.h"
 #include "platform/headless/profile_store.h"
+#include "platform/headless/serial_port.h"
 #endif
 
+#include <chrono>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 
 namespace orvane {
 
@@ -52,5 +61,79 @@ class PlatformUnderTest {
   HeadlessProfileStore profiles_{files_};
 #endif
 };
+
+#ifdef _WIN32
+
+using LinePeer = NullModemPeer;
+
+/// Clock, event loop, timers and a serial line with a peer at its other end.
+class LineUnderTest {
+ public:
+  Clock& TheClock() { return clock_; }
+  EventPump& Pump() { return pump_; }
+  SerialPort& Port() { return port_; }
+  WindowSystem& Windows() { return windows_; }
+  LinePeer& Peer() { return peer_; }
+  static int PortNumber() { return NumberOfPort("ORVANE_TEST_PORT"); }
+  void MakePortMissing() { port_.SetCommPort(77); }
+  /// Milliseconds by the finest clock there is; the tick count has a grain of 16 ms here.
+  double FineNow() const {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration<double, std::milli>(now).count();
+  }
+
+ private:
+  EventWindow events_;
+  Win32Clock clock_;
+  Win32SerialPort port_{events_};
+  Win32EventPump pump_{clock_, port_};
+  Win32WindowSystem windows_{events_, 96};
+  LinePeer peer_{NumberOfPort("ORVANE_TEST_PEER")};
+};
+
+#else
+
+/// The other end of the line in memory.
+class LinePeer {
+ public:
+  explicit LinePeer(HeadlessSerialPort& port) : port_(port) {}
+  void Send(std::string_view bytes) { port_.Deliver(bytes); }
+  void SendAfter(int ms, std::string bytes) { port_.Schedule(ms, std::move(bytes)); }
+  /// Lets the time pass that bytes need to the other end; delivers nothing.
+  void Settle() {}
+  /// What was written to the line, as soon as it is `count` bytes or more, or will not be.
+  std::string Receive(std::size_t) {
+    std::string bytes;
+    for (const auto& written : port_.Writes())
+      bytes += written.bytes;
+    port_.ClearWrites();
+    return bytes;
+  }
+
+ private:
+  HeadlessSerialPort& port_;
+};
+
+/// Clock, event loop, timers and a serial line with a peer at its other end.
+class LineUnderTest {
+ public:
+  Clock& TheClock() { return clock_; }
+  EventPump& Pump() { return clock_; }
+  SerialPort& Port() { return port_; }
+  WindowSystem& Windows() { return windows_; }
+  LinePeer& Peer() { return peer_; }
+  static int PortNumber() { return 5; }
+  void MakePortMissing() { port_.SetPresent(false); }
+  /// Milliseconds by the finest clock there is.
+  double FineNow() const { return static_cast<double>(clock_.Now()); }
+
+ private:
+  VirtualTime clock_;
+  HeadlessSerialPort port_{clock_};
+  HeadlessDesktop windows_{clock_};
+  LinePeer peer_{port_};
+};
+
+#endif
 
 }  // namespace orvane

@@ -1,0 +1,289 @@
+#include "tests/contract/line_fixture.h"
+
+namespace orvane {
+namespace {
+
+class SerialPortContract : public LineContract {};
+
+TEST_F(SerialPortContract, APortThatIsNotThereDoesNotOpen) {
+  line.MakePortMissing();
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(FaultOf([&] { port.Open(); }), Fault::kInvalidPort);
+    EXPECT_FALSE(port.PortOpen());
+    EXPECT_EQ(FaultOf([&] { port.Write("x"); }), Fault::kPortNotOpen);
+  }
+}
+
+TEST_F(SerialPortContract, NumbersBelowOneAreNoPort) {
+  for (const int number : {0, -1}) {
+    port.SetCommPort(number);
+    EXPECT_EQ(port.CommPort(), number);
+    EXPECT_EQ(FaultOf([&] { port.Open(); }), Fault::kInvalidPort) << number;
+    EXPECT_FALSE(port.PortOpen());
+  }
+  port.SetCommPort(LineUnderTest::PortNumber());
+  port.Open();
+  EXPECT_TRUE(port.PortOpen()) << "after failures it opens as ever";
+}
+
+TEST_F(SerialPortContract, TextsThatAreNoLineSettingAreRefused) {
+  for (const char* text : {"",
+                           ",,,",
+                           "38400",
+                           "38400,N,8",
+                           "38400,N,8,1,",
+                           "38400,N,8,1,1",
+                           "0,N,8,1",
+                           "-9600,N,8,1",
+                           "fast,N,8,1",
+                           "9600.5,N,8,1",
+                           "99999999999,N,8,1",
+                           "38400,X,8,1",
+                           "38400,,8,1",
+                           "38400,NO,8,1",
+                           "38400,N,,1",
+                           "38400,N,eight,1",
+                           "38400,N,9,1",
+                           "38400,N,3,1",
+                           "38400,N,88,1",
+                           "38400,N,8,",
+                           "38400,N,8,3",
+                           "38400,N,8,0",
+                           "38400,N,8,one",
+                           "38400;N;8;1"}) {
+    EXPECT_EQ(FaultOf([&] { port.SetSettings(text); }), Fault::kInvalidPort) << text;
+    EXPECT_EQ(port.Settings(), "38400,N,8,1") << text;
+  }
+  for (const char* text : {"115200,n,8,1", "1200,e,7,2", "9600,O,7,1", "300,M,5,1.5", "19200,S,8,2"}) {
+    port.SetSettings(text);
+    EXPECT_EQ(port.Settings(), text);
+  }
+}
+
+TEST_F(SerialPortContract, RefusedSettingsLeaveAnOpenPortAsItWas) {
+  port.Open();
+  EXPECT_EQ(FaultOf([&] { port.SetSettings("38400,N,8,9"); }), Fault::kInvalidPort);
+  EXPECT_EQ(port.Settings(), "38400,N,8,1");
+  peer.Send("abc");
+  EXPECT_TRUE(Arrives(3));
+  port.SetSettings("9600,N,8,1");
+  WriteOut("def");
+  EXPECT_EQ(peer.Receive(3), "def");
+}
+
+TEST_F(SerialPortContract, OpeningAnOpenPortIsOneOpening) {
+  port.Open();
+  peer.Send("kept");
+  peer.Settle();
+  port.SetCommPort(77);
+  port.Open();
+  EXPECT_TRUE(Arrives(4)) << "the second opening dropped what the first had received";
+  EXPECT_EQ(received, "kept");
+  port.Close();
+  EXPECT_FALSE(port.PortOpen());
+  port.Close();
+  EXPECT_FALSE(port.PortOpen());
+}
+
+TEST_F(SerialPortContract, AClosedPortTakesAndGivesNothing) {
+  for (const bool opened_before : {false, true}) {
+    if (opened_before) {
+      port.Open();
+      peer.Send("forgotten");
+      peer.Settle();
+      port.Close();
+    }
+    EXPECT_EQ(FaultOf([&] { port.Write("x"); }), Fault::kPortNotOpen);
+    EXPECT_EQ(FaultOf([&] { port.DiscardOutput(); }), Fault::kPortNotOpen);
+    std::string buffer = "as it was";
+    port.TakeReceived(buffer);
+    EXPECT_EQ(buffer, "as it was");
+    Wait(50);
+    EXPECT_TRUE(events.empty());
+  }
+}
+
+TEST_F(SerialPortContract, WhatIsWrittenArrivesWholeAndInOrder) {
+  port.Open();
+  const std::string text = Pattern(2000);
+  for (const std::size_t piece : {1U, 20U, 500U, 2000U}) {
+    const std::size_t total = piece < 500 ? piece * 5 : 2000;
+    for (std::size_t at = 0; at < total; at += piece)
+      WriteOut(std::string_view(text).substr(at, piece));
+    EXPECT_EQ(peer.Receive(total), text.substr(0, total)) << piece;
+  }
+  EXPECT_EQ(Count(CommEvent::kReceive), 0);
+  EXPECT_EQ(Count(CommEvent::kTxFull), 0);
+}
+
+TEST_F(SerialPortContract, EveryByteValueGoesBothWays) {
+  port.Open();
+  const std::string all = Pattern(256);
+  WriteOut(all);
+  EXPECT_EQ(peer.Receive(256), all);
+  peer.Send(all);
+  EXPECT_TRUE(Arrives(256));
+  EXPECT_EQ(received, all);
+}
+
+TEST_F(SerialPortContract, DiscardingOutputTouchesNothingThatWentOut) {
+  port.Open();
+  for (int i = 0; i < 10; ++i) {
+    port.DiscardOutput();
+    WriteOut("twenty bytes of text");
+  }
+  EXPECT_EQ(peer.Receive(200).size(), 200U);
+}
+
+TEST_F(SerialPortContract, ArrivalsAreToldByBothDeliveriesOnly) {
+  using Delivery = void (ObservedPump::*)();
+  port.Open();
+  for (const Delivery delivery : {&ObservedPump::DeliverPending, &ObservedPump::DeliverArrivals}) {
+    events.clear();
+    received.clear();
+    peer.Send("abc");
+    peer.Settle();
+    port.Write("w");
+    port.DiscardOutput();
+    port.SetSettings("38400,N,8,1");
+    clock.Block(50);
+    pump.SleepUntil(clock.GetTickCount() + 20);
+    EXPECT_TRUE(events.empty());
+    (pump.*delivery)();
+    EXPECT_GE(Count(CommEvent::kReceive), 1);
+    EXPECT_EQ(received, "abc");
+  }
+}
+
+TEST_F(SerialPortContract, TakingGivesEachByteOnce) {
+  port.Open();
+  peer.Send("abc");
+  peer.Settle();
+  std::string buffer = "before ";
+  port.TakeReceived(buffer);
+  EXPECT_EQ(buffer, "before abc");
+  port.TakeReceived(buffer);
+  EXPECT_EQ(buffer, "before abc");
+  EXPECT_TRUE(events.empty());
+}
+
+TEST_F(SerialPortContract, SingleBytesComeInOrder) {
+  port.Open();
+  const std::string text = Pattern(100);
+  for (const char byte : text) {
+    peer.Send(std::string(1, byte));
+    pump.DeliverPending();
+  }
+  EXPECT_TRUE(Arrives(text.size()));
+  EXPECT_EQ(received, text);
+}
+
+TEST_F(SerialPortContract, NothingOfABurstIsLost) {
+  port.Open();
+  const std::string text = Pattern(5000);
+  for (int i = 0; i < 3; ++i) {
+    received.clear();
+    peer.Send(text);
+    EXPECT_TRUE(Arrives(text.size())) << received.size();
+    EXPECT_EQ(received, text);
+  }
+}
+
+TEST_F(SerialPortContract, WhatArrivesDuringTheHandlerComesWithALaterEvent) {
+  port.Open();
+  on_event = [&](CommEvent event) {
+    if (event != CommEvent::kReceive) return;
+    port.TakeReceived(received);
+    if (Count(CommEvent::kReceive) > 3) return;
+    const auto told = events.size();
+    peer.Send("+");
+    peer.Settle();
+    EXPECT_EQ(events.size(), told);
+  };
+  peer.Send("a");
+  EXPECT_TRUE(Arrives(4));
+  EXPECT_EQ(received, "a+++");
+  EXPECT_GE(Count(CommEvent::kReceive), 4);
+}
+
+TEST_F(SerialPortContract, AHandlerThatWaitsIsToldOfWhatArrivesMeanwhile) {
+  port.Open();
+  on_event = [&](CommEvent event) {
+    if (event != CommEvent::kReceive) return;
+    port.TakeReceived(received);
+    if (received != "a") return;
+    peer.Send("b");
+    EXPECT_TRUE(Arrives(2)) << "inside the handler";
+  };
+  peer.Send("a");
+  EXPECT_TRUE(Arrives(2));
+  EXPECT_EQ(received, "ab");
+}
+
+TEST_F(SerialPortContract, ClosingInTheHandlerEndsTheEvents) {
+  port.Open();
+  on_event = [&](CommEvent) {
+    peer.Send("b");
+    port.Close();
+  };
+  port.Write("w");
+  peer.Send("a");
+  peer.Settle();
+  Wait(150);
+  EXPECT_EQ(events.size(), 1U) << "bytes out and bytes in both waited to be told";
+  EXPECT_FALSE(port.PortOpen());
+}
+
+TEST_F(SerialPortContract, ReopeningInTheHandlerEndsTheEventsOfTheEarlierOpening) {
+  port.Open();
+  on_event = [&](CommEvent) {
+    port.Close();
+    port.Open();
+  };
+  port.Write("w");
+  peer.Send("a");
+  peer.Settle();
+  Wait(150);
+  EXPECT_EQ(events.size(), 1U);
+  on_event = nullptr;
+  peer.Send("new");
+  EXPECT_TRUE(Arrives(3));
+  EXPECT_EQ(received, "new");
+}
+
+TEST_F(SerialPortContract, NoEventComesAfterClosing) {
+  port.Open();
+  port.Write("w");
+  peer.Send("a");
+  peer.Settle();
+  port.Close();
+  Wait(100);
+  EXPECT_TRUE(events.empty());
+}
+
+TEST_F(SerialPortContract, ReopeningLosesNoFirstByte) {
+  for (int i = 0; i < 20; ++i) {
+    const std::string byte(1, static_cast<char>('A' + i));
+    port.Open();
+    peer.Send(byte);
+    received.clear();
+    ASSERT_TRUE(Arrives(1)) << i;
+    EXPECT_EQ(received, byte) << i;
+    WriteOut(byte);
+    EXPECT_EQ(peer.Receive(1), byte) << i;
+    port.Close();
+  }
+}
+
+TEST_F(SerialPortContract, WithoutAListenerBytesWaitToBeTaken) {
+  port.SetListener(nullptr);
+  port.Open();
+  peer.Send("abc");
+  peer.Settle();
+  Wait(20);
+  port.TakeReceived(received);
+  EXPECT_EQ(received, "abc");
+}
+
+}  // namespace
+}  // namespace orvane
