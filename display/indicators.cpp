@@ -68,6 +68,11 @@ StatusLine::StatusLine(WindowSystem& windows, Clock& clock, Label& label)
   };
 }
 
+void StatusLine::Show(std::string_view text) {
+  if (text.empty()) label_.SetColors(kStatusColor, kStatusGround);
+  label_.SetCaption(text);
+}
+
 void StatusLine::ShowAlert(std::string_view text) {
   label_.SetColors(kAlertColor, kAlertGround);
   label_.SetCaption(text);

@@ -44,8 +44,9 @@ class ActivityLights {
 class StatusLine {
  public:
   StatusLine(WindowSystem& windows, Clock& clock, Label& label);
-  /// Shows a text in the line's own colour, or in red; does not start the timer.
-  void Show(std::string_view text) { label_.SetCaption(text); }
+  /// Shows a text in the colour that stands; does not start the timer. An empty line has its own colour.
+  void Show(std::string_view text);
+  /// Shows a text in red and starts the timer.
   void ShowAlert(std::string_view text);
   void StartClearTimer() { clear_.SetEnabled(true); }
 
