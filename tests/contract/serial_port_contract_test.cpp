@@ -85,6 +85,24 @@ TEST_F(SerialPortContract, OpeningAnOpenPortIsOneOpening) {
   EXPECT_FALSE(port.PortOpen());
 }
 
+TEST_F(SerialPortContract, AnOpenPortWorksAndTheQuestionDisturbsNothing) {
+  EXPECT_FALSE(port.Works());
+  port.Open();
+  const std::string text = Pattern(500);
+  port.Write(text);
+  peer.Send(text);
+  for (int i = 0; i < 20; ++i) {
+    EXPECT_TRUE(port.Works());
+    clock.Block(2);
+  }
+  EXPECT_TRUE(events.empty());
+  EXPECT_TRUE(Arrives(500));
+  EXPECT_EQ(received, text);
+  EXPECT_EQ(peer.Receive(500), text);
+  port.Close();
+  EXPECT_FALSE(port.Works());
+}
+
 TEST_F(SerialPortContract, AClosedPortTakesAndGivesNothing) {
   for (const bool opened_before : {false, true}) {
     if (opened_before) {

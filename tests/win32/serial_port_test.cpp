@@ -101,6 +101,7 @@ TEST_F(Win32SerialPortTest, ARemovedDeviceIsToldOnceAndClosesQuickly) {
   port.Write("x");
   ASSERT_TRUE(IsTold(CommEvent::kLost));
   EXPECT_TRUE(port.PortOpen());
+  EXPECT_FALSE(port.Works());
   EXPECT_EQ(FaultOf([&] { port.Write("x"); }), Fault::kPortLost);
   EXPECT_EQ(FaultOf([&] { port.SetSettings("9600,N,8,1"); }), Fault::kPortLost);
   EXPECT_EQ(port.Settings(), "38400,N,8,1");
@@ -150,6 +151,7 @@ TEST_F(Win32SerialPortTest, AStuckLineStillTakesArrivals) {
   port.Open();
   FillTheLine();
   port.Write("stuck");
+  EXPECT_LT(ElapsedMs([&] { EXPECT_TRUE(port.Works()); }), 50U) << "stuck is not gone";
   peer.Send("abc");
   EXPECT_LT(ElapsedMs([&] { EXPECT_TRUE(Arrives(3)); }), 500U);
   EXPECT_EQ(received, "abc");
