@@ -255,10 +255,13 @@ TEST_F(ButtonTest, LooksPressedAsLongAsItIs) {
 }
 
 TEST_F(ButtonTest, SpacePressesWhileHeldAndEnterAtOnce) {
+  int presses = 0;
+  button.MouseDown = [&](const MouseEvent&) { ++presses; };
   Strike(Key::kSpace, true);
   EXPECT_TRUE(taken);
   Strike(Key::kSpace, true);  // a held key comes again and again
   EXPECT_TRUE(clicks.empty());
+  EXPECT_EQ(presses, 1);
   Strike(Key::kSpace, false);
   EXPECT_EQ(clicks, (std::vector<int>{kLeftButton}));
   Strike(Key::kSpace, false);

@@ -157,11 +157,13 @@ TEST_F(ModesTest, DipModeDoesNotChangeTheKeptView) {
 TEST_F(ModesTest, DoubleClicksChangeNothingInDipMode) {
   ASSERT_TRUE(Start());
   face.ClickMode(3);
-  face.ToggleView();
-  face.Of(*face.Meter().pbxModePanel).DoubleClick();
-  EXPECT_TRUE(face.Full());
-  EXPECT_EQ(Seen(), kFullDip);
-  EXPECT_EQ(program.orvane->Settings().FormRegion, 1);
+  for (HeadlessWindow* window : std::initializer_list<HeadlessWindow*>{
+           &face.Main(), &face.Of(*face.Meter().pbxModePanel), &face.Of(*face.Meter().lblShowStatus)}) {
+    window->DoubleClick();
+    EXPECT_TRUE(face.Full());
+    EXPECT_EQ(Seen(), kFullDip);
+    EXPECT_EQ(program.orvane->Settings().FormRegion, 1);
+  }
   face.ClickMode(0);
   face.ToggleView();
   EXPECT_FALSE(face.Full());

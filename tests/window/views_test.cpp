@@ -1,4 +1,5 @@
 #include "tests/support/face.h"
+#include "tests/support/paint.h"
 
 #include <functional>
 
@@ -38,7 +39,18 @@ TEST_F(ViewsTest, TheSettingsFileIsWrittenAtTheEndOnly) {
 }
 
 TEST_F(ViewsTest, FaceAndShapeChangeWithTheView) {
+  constexpr std::uint32_t kOnLarge = 0x112233;
+  constexpr std::uint32_t kOnSmall = 0x445566;
+  for (const auto& [name, size, mark] :
+       {std::tuple{"/OVFace.ovl", Size{640, 260}, kOnLarge}, {"/OVFaceSm.ovl", Size{640, 124}, kOnSmall}}) {
+    auto marked = std::make_shared<PictureData>(*Program::FacePicture(size));
+    marked->pixels[640 * 2 + 3] = 0xFF000000 | mark;
+    program.desktop.pictures[name] = marked;
+  }
   ASSERT_TRUE(Start());
+  const auto mark = [&] {
+    return Paint(face.Main().System(), {0, 0}, {0, 0, 20, 20}, 96).pixels[20 * 2 + 3];
+  };
   const auto height_of_shape = [&] {
     int bottom = 0;
     for (const Rect& run : face.Main().Shape())
@@ -47,11 +59,14 @@ TEST_F(ViewsTest, FaceAndShapeChangeWithTheView) {
   };
   EXPECT_EQ(height_of_shape(), 260);
   EXPECT_EQ(face.Main().Place().height, 3900);
+  EXPECT_EQ(mark(), kOnLarge);
   face.ToggleView();
   EXPECT_EQ(height_of_shape(), 124);
   EXPECT_EQ(face.Main().Place().height, 1860);
+  EXPECT_EQ(mark(), kOnSmall);
   face.ToggleView();
   EXPECT_EQ(height_of_shape(), 260);
+  EXPECT_EQ(mark(), kOnLarge);
 }
 
 TEST_F(ViewsTest, TheWindowStaysWhereTheUserPutIt) {
