@@ -66,6 +66,15 @@ def center(rect):
     return (left + right) // 2, (top + bottom) // 2
 
 
+def copy_program(folder, settings=None):
+    """Copies the program into a folder; settings is the text of its settings file, None for none."""
+    shutil.copytree(DIST, folder, dirs_exist_ok=True, ignore=shutil.ignore_patterns(SETTINGS + "*"))
+    folder = pathlib.Path(folder)
+    if settings is not None:
+        (folder / SETTINGS).write_bytes(settings.replace("\n", "\r\n").encode("cp1252"))
+    return folder
+
+
 def windows_path(path):
     """How Windows programs name a file of this machine."""
     return "Z:" + str(path).replace("/", "\\")
@@ -593,11 +602,7 @@ class OrvaneTest(unittest.TestCase):
     @classmethod
     def make_folder(cls, settings=None):
         """A fresh copy of the program's folder; settings is the text of its settings file."""
-        folder = pathlib.Path(tempfile.mkdtemp(prefix="program-", dir=cls._folder))
-        shutil.copytree(DIST, folder, dirs_exist_ok=True, ignore=shutil.ignore_patterns(SETTINGS + "*"))
-        if settings is not None:
-            (folder / SETTINGS).write_bytes(settings.replace("\n", "\r\n").encode("cp1252"))
-        return folder
+        return copy_program(tempfile.mkdtemp(prefix="program-", dir=cls._folder), settings)
 
     def start_program(self, settings=None, folder=None, wait_for_window=True):
         """Starts the program in a fresh folder (or the given one). It is ended after the test, and what the
