@@ -51,5 +51,24 @@ class LineSpeed(harness.OrvaneTest):
         self.assertNotIn("noise", [heard.verdict for heard in meter.heard()[heard_before:]])
 
 
+class Cable(harness.OrvaneTest):
+    def test_pulled_cable_is_told_and_found_again(self):
+        meter = self.start_meter("--do", "power 100 4")
+        program = self.start_program()
+        self.wait_until(lambda: program.readouts() == ("96", "4", "1.50"), "the readings")
+        meter.command("unplug")
+        self.wait_until(lambda: program.text("status") == "Port Lost", "the status line to tell", 4)
+        self.wait_until(lambda: program.readouts() == ("", "", ""), "the old readings to go", 2)
+        # Nobody is asked, neither now nor later. The meter lost its power with the cable: it does not stream.
+        time.sleep(SEARCH_SECONDS)
+        self.assertIsNone(program.message_box())
+        meter.command("power 300 75")
+        meter.command("reset")
+        meter.command("plug")
+        self.wait_until(lambda: program.readouts() == ("225", "75", "3.00"), "the readings after the return", 6)
+        self.assertIsNone(program.message_box())
+        self.assertEqual(program.close(), 0)
+
+
 if __name__ == "__main__":
     unittest.main()
