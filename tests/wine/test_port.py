@@ -66,6 +66,7 @@ class Cable(harness.OrvaneTest):
         meter.command("reset")
         meter.command("plug")
         self.wait_until(lambda: program.readouts() == ("225", "75", "3.00"), "the readings after the return", 6)
+        self.assertEqual(meter.texts().count("D1"), 2)
         self.assertIsNone(program.message_box())
         self.assertEqual(program.close(), 0)
 
