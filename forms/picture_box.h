@@ -4,14 +4,8 @@
 
 namespace orvane {
 
-/// A frame that holds shapes and controls; shows the face behind it.
+/// A frame that holds shapes and controls. Shows its picture, and the face behind it where there is none.
 class PictureBox : public WindowedControl {
- public:
-  using WindowedControl::WindowedControl;
-};
-
-/// A small picture with a window of its own, so that its tooltip is found.
-class Image : public WindowedControl {
  public:
   using WindowedControl::WindowedControl;
 
@@ -27,6 +21,12 @@ class Image : public WindowedControl {
 
  private:
   Picture picture_;
+};
+
+/// A small picture with a window of its own, so that its tooltip is found.
+class Image : public PictureBox {
+ public:
+  using PictureBox::PictureBox;
 };
 
 }  // namespace orvane

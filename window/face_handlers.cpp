@@ -10,8 +10,10 @@ namespace orvane {
 namespace {
 
 // Mouse messages that the tray icon sends as a horizontal position in pixels.
-constexpr int kTrayMove = 512;
+constexpr int kTrayFirst = 512;
 constexpr int kTrayDoubleClick = 515;
+constexpr int kTrayRightUp = 517;
+constexpr int kTrayLast = 526;
 
 }  // namespace
 
@@ -99,16 +101,17 @@ void Orvane::OnReflectedRange(int index) {
 }
 
 // What happens at the tray icon comes in here as well: as a release of the right button at the very top, with
-// the message's number for a horizontal position in pixels.
+// the message's number for a horizontal position in pixels. Of these only two mean anything: a menu at the
+// first press of a double click would swallow the rest of it.
 void Orvane::OnFaceMouseUp(const MouseEvent& event) {
   if (event.button != kRightButton) return;
   const int pixels_per_inch = platform_.windows.PixelsPerInch().width;
   const int pixel = event.at.x / (kTwipsPerInch / (pixels_per_inch == 0 ? 96 : pixels_per_inch));
-  const bool from_tray = event.at.y == 0;
+  const bool from_tray = event.at.y == 0 && pixel >= kTrayFirst && pixel <= kTrayLast;
   if (from_tray && pixel == kTrayDoubleClick) {
     TopWindow& window = form_.Window();
     window.SetState(window.State() == WindowState::kNormal ? WindowState::kMinimized : WindowState::kNormal);
-  } else if (!from_tray || pixel != kTrayMove) {
+  } else if (!from_tray || pixel == kTrayRightUp) {
     OpenMainMenu();
   }
 }

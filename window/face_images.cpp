@@ -1,12 +1,9 @@
 #include "window/face_images.h"
 
 #include "base/runtime_error.h"
+#include "window/bitmap_functions.h"
 
 namespace orvane {
-
-float ScreenScale(int pixels_per_inch) {
-  return pixels_per_inch == 0 ? 1.0F : static_cast<float>(pixels_per_inch) / 96.0F;
-}
 
 // An empty picture for a file that is missing, and for one that is there and cannot be used: to the operator
 // both mean that the installation is damaged.

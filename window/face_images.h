@@ -41,7 +41,4 @@ class FaceImages {
   std::array<Picture, 2> logos_;
 };
 
-/// Pixels per inch against the 96 of the design; a screen that tells none counts as 96.
-float ScreenScale(int pixels_per_inch);
-
 }  // namespace orvane

@@ -1,6 +1,7 @@
 #include "base/runtime_error.h"
 #include "base/text.h"
 #include "platform/wait.h"
+#include "window/bitmap_functions.h"
 #include "window/orvane.h"
 
 namespace orvane {
@@ -58,6 +59,15 @@ bool Orvane::LoadFaces() {
   if (!faces_.LoadLogos()) return false;
   form_controls_.imgLogo->SetPicture(faces_.Logo(FaceImages::kGrey));
   logo_lit_ = false;
+  const Size pixels_per_inch = platform_.windows.PixelsPerInch();
+  if (ScreenScale(pixels_per_inch.width) != 1.0F) {
+    for (PictureBox* box :
+         {meter_controls_.pbxModePanel.get(), meter_controls_.forward.pbxRangeButtons.get(),
+          meter_controls_.reflected.pbxRangeButtons.get(), meter_controls_.forward.pbxScale.get(),
+          meter_controls_.reflected.pbxScale.get()}) {
+      StretchPictureBox(*box, pixels_per_inch);
+    }
+  }
   return true;
 }
 

@@ -1,6 +1,7 @@
 #include "window/face_images.h"
 
 #include "tests/support/face.h"
+#include "window/bitmap_functions.h"
 
 #include <set>
 

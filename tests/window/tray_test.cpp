@@ -128,7 +128,7 @@ TEST_F(TrayTest, OtherMessagesOfTheIcon) {
     std::size_t menus;
   };
   ASSERT_TRUE(Start());
-  for (const Row& row : {Row{512, 0}, {517, 1}}) {
+  for (const Row& row : {Row{512, 0}, {513, 0}, {514, 0}, {516, 0}, {517, 1}}) {
     program.desktop.menus.clear();
     FromTray(row.message);
     EXPECT_EQ(program.desktop.menus.size(), row.menus) << row.message;
