@@ -105,6 +105,10 @@ void Win32TopWindow::SetShape(const std::vector<Rect>& runs) {
 // As if the press had been on a caption: the system moves the window until the button is released, in a loop
 // of its own that goes on delivering our events.
 void Win32TopWindow::BeginDrag() {
+  // A tap may be over before its press is handled. A window manager that is asked to drag then would let the
+  // window stick to the pointer until the next click.
+  const int button = ::GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON;
+  if (::GetAsyncKeyState(button) >= 0) return;
   ::ReleaseCapture();
   ::SendMessageW(hwnd(), WM_NCLBUTTONDOWN, HTCAPTION, 0);
 }
