@@ -18,6 +18,13 @@
 
 namespace orvane {
 
+/// A meter that understands one line speed only, as real ones do.
+inline sim::MeterOptions MeterAt(int baud) {
+  sim::MeterOptions options;
+  options.Baud = baud;
+  return options;
+}
+
 /// The whole program on the headless platform with the simulated meter on its line.
 class Program {
  public:

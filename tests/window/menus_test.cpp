@@ -8,12 +8,6 @@
 namespace orvane {
 namespace {
 
-sim::MeterOptions Quick() {
-  sim::MeterOptions options;
-  options.Baud = 38400;
-  return options;
-}
-
 /// A menu as a person sees it: a line an entry, what is checked with a star, what lies below indented.
 std::string Seen(const std::vector<MenuItem>& items, const std::string& indent = "") {
   std::string seen;
@@ -90,7 +84,7 @@ TEST(Menus, IdsStandForSettings) {
 }
 
 TEST(Menus, AChoiceSendsItsCommandAndItsQueryAfterTheMenuIsGone) {
-  Program program(Quick());
+  Program program(MeterAt(38400));
   ASSERT_TRUE(program.StartStreaming());
   program.RunFor(500);
   const std::size_t before = program.Commands().size();
@@ -107,7 +101,7 @@ TEST(Menus, AChoiceSendsItsCommandAndItsQueryAfterTheMenuIsGone) {
 }
 
 TEST(Menus, DismissedMenusSendNothing) {
-  Program program(Quick());
+  Program program(MeterAt(38400));
   ASSERT_TRUE(program.StartStreaming());
   const std::size_t before = program.Commands().size();
   program.desktop.Main()->Click(kRightButton);
@@ -119,7 +113,7 @@ TEST(Menus, DismissedMenusSendNothing) {
 }
 
 TEST(Menus, WindowMenuClosesAfterHalfASecond) {
-  Program program(Quick());
+  Program program(MeterAt(38400));
   ASSERT_TRUE(program.StartStreaming());
   program.desktop.choices = {menus::kClose};
   const std::int64_t before = program.time.Now();
@@ -130,7 +124,7 @@ TEST(Menus, WindowMenuClosesAfterHalfASecond) {
 }
 
 TEST(Menus, DataFlowStopsAndStarts) {
-  Program program(Quick());
+  Program program(MeterAt(38400));
   ASSERT_TRUE(program.StartStreaming());
   program.desktop.choices = {menus::kStopDataFlow, menus::kStartDataFlow};
   program.desktop.Main()->Find("Settings")->Click();
@@ -146,7 +140,7 @@ TEST(Menus, DataFlowStopsAndStarts) {
 
 // The click comes at the very moment in which a line is being shown; the menu stays open for five seconds.
 TEST(Menus, ReadingsGoOnWhileAMenuIsOpen) {
-  Program program(Quick());
+  Program program(MeterAt(38400));
   ASSERT_TRUE(program.StartStreaming());
   program.line.Meter.SetPower(100, 0);
   program.RunFor(2000);
@@ -168,7 +162,7 @@ TEST(Menus, ReadingsGoOnWhileAMenuIsOpen) {
 }
 
 TEST(Menus, KeysOpenMenuAndHelp) {
-  Program program(Quick());
+  Program program(MeterAt(38400));
   ASSERT_TRUE(program.StartStreaming());
   EXPECT_TRUE(program.desktop.Main()->Press(Key::kMenu));
   EXPECT_EQ(program.desktop.menus.size(), 1U);

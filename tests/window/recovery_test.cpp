@@ -10,16 +10,11 @@ namespace {
 // an old number for a reading meanwhile.
 class RecoveryTest : public testing::Test {
  protected:
-  RecoveryTest() : program(At38400()) {
+  RecoveryTest() : program(MeterAt(38400)) {
     program.line.Meter.SetPower(500, 20);
     EXPECT_TRUE(program.StartStreaming());
     program.RunFor(2000);
     EXPECT_EQ(program.Fwd(), "480");
-  }
-  static sim::MeterOptions At38400() {
-    sim::MeterOptions options;
-    options.Baud = 38400;
-    return options;
   }
   bool Dark() const {
     const MeterControls& meter = program.orvane->Meter();

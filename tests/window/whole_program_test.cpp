@@ -7,14 +7,8 @@
 namespace orvane {
 namespace {
 
-sim::MeterOptions Quick() {
-  sim::MeterOptions options;
-  options.Baud = 38400;
-  return options;
-}
-
 TEST(WholeProgram, StartSendsExactlyTheSearchSequenceWithItsPacing) {
-  Program program(Quick());
+  Program program(MeterAt(38400));
   ASSERT_TRUE(program.StartStreaming());
   program.RunFor(100);
   const std::vector<std::string> expected{"D0", "v?", "D0", "B?", "b?", "U?", "W?", "w?", "C?", "I?",
@@ -41,7 +35,7 @@ TEST(WholeProgram, StartSendsExactlyTheSearchSequenceWithItsPacing) {
 }
 
 TEST(WholeProgram, ShowsWhatTheMeterSends) {
-  Program program(Quick());
+  Program program(MeterAt(38400));
   ASSERT_TRUE(program.StartStreaming());
   program.line.Meter.SetPower(1000, 40);
   program.RunFor(3000);
@@ -68,7 +62,7 @@ TEST(WholeProgram, FindsAMeterAtEachOfItsSpeeds) {
 }
 
 TEST(WholeProgram, ASecondCopySaysSoAndTouchesNothing) {
-  Program program(Quick());
+  Program program(MeterAt(38400));
   program.instance.other_copy_runs = true;
   EXPECT_FALSE(program.Start());
   ASSERT_EQ(program.desktop.boxes.size(), 1U);
@@ -81,7 +75,7 @@ TEST(WholeProgram, ASecondCopySaysSoAndTouchesNothing) {
 }
 
 TEST(WholeProgram, ClosingStopsTheStreamAndKeepsTheSettings) {
-  Program program(Quick());
+  Program program(MeterAt(38400));
   ASSERT_TRUE(program.StartStreaming());
   EXPECT_TRUE(program.desktop.Tray().Shown());
   EXPECT_EQ(program.desktop.Tray().Tip(), "Orvane Lite For Quorran");
@@ -100,7 +94,7 @@ TEST(WholeProgram, ClosingStopsTheStreamAndKeepsTheSettings) {
 }
 
 TEST(WholeProgram, ClosingWithoutAPortSkipsTheLink) {
-  Program program(Quick());
+  Program program(MeterAt(38400));
   ASSERT_TRUE(program.files.Replace(program.SettingsPath(), "[METER-SETTINGS]\r\nCOMM-PORT=0\r\n"));
   ASSERT_TRUE(program.Start());
   program.RunFor(1500);
@@ -115,7 +109,7 @@ TEST(WholeProgram, ClosingWithoutAPortSkipsTheLink) {
 }
 
 TEST(WholeProgram, SavedRangesComeBackWithTheMeter) {
-  Program program(Quick());
+  Program program(MeterAt(38400));
   ASSERT_TRUE(
       program.files.Replace(program.SettingsPath(), "[USER-SETTINGS]\r\nF-PWR-INDEX=4\r\nR-PWR-INDEX=2\r\n"));
   ASSERT_TRUE(program.StartStreaming());
@@ -136,7 +130,7 @@ TEST(WholeProgram, PositionsOutsideTheScreenGoToTheDefault) {
                       {"500", "15701", {500, 100}},
                       {"0", "-5", {0, 100}}};
   for (const Row& row : rows) {
-    Program program(Quick());
+    Program program(MeterAt(38400));
     ASSERT_TRUE(program.files.Replace(
         program.SettingsPath(),
         std::string("[USER-SETTINGS]\r\nFORM-LEFT=") + row.left + "\r\nFORM-TOP=" + row.top + "\r\n"));
@@ -147,7 +141,7 @@ TEST(WholeProgram, PositionsOutsideTheScreenGoToTheDefault) {
 }
 
 TEST(WholeProgram, ASettingThatIsNoNumberIsNamedOnceAndTheFileIsLeftAlone) {
-  Program program(Quick());
+  Program program(MeterAt(38400));
   const std::string text = "[USER-SETTINGS]\r\nFORM-TOP=abc\r\nFORM-LEFT=700\r\n";
   ASSERT_TRUE(program.files.Replace(program.SettingsPath(), text));
   ASSERT_TRUE(program.Start());
@@ -161,7 +155,7 @@ TEST(WholeProgram, ASettingThatIsNoNumberIsNamedOnceAndTheFileIsLeftAlone) {
 
 // The box is open for ten seconds; the lines that come meanwhile are shown as they come.
 TEST(WholeProgram, ReadingsGoOnWhileABoxIsOpen) {
-  Program program(Quick());
+  Program program(MeterAt(38400));
   ASSERT_TRUE(program.StartStreaming());
   program.line.Meter.SetPower(100, 0);
   program.RunFor(2000);
@@ -177,7 +171,7 @@ TEST(WholeProgram, ReadingsGoOnWhileABoxIsOpen) {
 }
 
 TEST(WholeProgram, AFramingErrorSearchesAgainOnceAndStreamsOn) {
-  Program program(Quick());
+  Program program(MeterAt(38400));
   ASSERT_TRUE(program.StartStreaming());
   program.RunFor(1000);
   for (int i = 0; i < 20; ++i)
@@ -195,7 +189,7 @@ TEST(WholeProgram, AFramingErrorSearchesAgainOnceAndStreamsOn) {
 }
 
 TEST(WholeProgram, TenFailedAttemptsAskTheOperatorOnce) {
-  Program program(Quick());
+  Program program(MeterAt(38400));
   program.line.Meter.SetMute(true);
   program.desktop.answers = {BoxAnswer::kOk, BoxAnswer::kCancel};
   ASSERT_TRUE(program.Start());
@@ -211,7 +205,7 @@ TEST(WholeProgram, TenFailedAttemptsAskTheOperatorOnce) {
 }
 
 TEST(WholeProgram, ModeReportedByTheMeterIsTakenOver) {
-  Program program(Quick());
+  Program program(MeterAt(38400));
   ASSERT_TRUE(program.StartStreaming());
   ASSERT_TRUE(program.line.Meter.ChangeAtMeter("M2"));
   program.line.Pump();
@@ -222,7 +216,7 @@ TEST(WholeProgram, ModeReportedByTheMeterIsTakenOver) {
 
 TEST(WholeProgram, RunsOverTheEndsOfTheTickCount) {
   for (const std::int32_t start : {2147483647 - 20000, 2147483647 - 3000, -2147483647, -2000}) {
-    Program program(Quick(), start);
+    Program program(MeterAt(38400), start);
     program.line.Meter.SetPower(100, 0);
     ASSERT_TRUE(program.Start());
     program.RunFor(60000);
