@@ -128,10 +128,11 @@ class LinkTest : public ::testing::Test {
     port.Deliver(bytes);
     time.DeliverPending();
   }
-  /// A meter that understands its own line speed only, and answers what `replies` says after 5 ms.
+  /// A meter that understands its own line speed only, and answers what `replies` says.
   void OnCommand(const std::string& text) {
     if (!meter_settings.empty() && port.Settings() != meter_settings) return;
-    if (const auto reply = replies.find(text); reply != replies.end()) port.Schedule(5, Line(reply->second));
+    if (const auto reply = replies.find(text); reply != replies.end())
+      port.Schedule(reply_ms, Line(reply->second));
   }
   std::vector<std::string> Commands() const {
     std::vector<std::string> texts;
@@ -147,6 +148,7 @@ class LinkTest : public ::testing::Test {
   MeterLink link{time, time, port, settings, events};
   std::map<std::string, std::string> replies;
   std::string meter_settings;
+  int reply_ms = 5;
 };
 
 }  // namespace orvane

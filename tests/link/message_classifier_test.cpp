@@ -5,8 +5,6 @@ namespace {
 
 using namespace std::string_literals;
 
-// One row: what arrives, and what it changes. Each is fed whole, byte by byte, and with the next line already
-// behind it.
 class Classifier : public LinkTest {
  protected:
   Classifier() { settings.pkt_notify = true; }
@@ -22,18 +20,10 @@ class Classifier : public LinkTest {
   }
 };
 
-enum class Shape { kWhole, kByteByByte, kWithTheNext };
-
-class ClassifierShapes : public Classifier, public ::testing::WithParamInterface<Shape> {};
-
-TEST_P(ClassifierShapes, Messages) {
+TEST_F(Classifier, Messages) {
   const std::string packet = Line("D,50,1,1.20,0;0");
-  struct Row {
-    const char* name;
-    std::string bytes;
-    std::string seen;  // after an "S1" reply; "..." stands for its beep
-  };
-  const Row rows[] = {
+  // Name, what arrives, and what is seen of it after an "S1" reply.
+  const std::tuple<const char*, std::string, const char*> rows[] = {
       {"a reply", Line("V2"), "beep; R0 M0 V2 S1 F0"},
       {"a packet makes no beep", packet, " R0 M0 V0 S1 F50"},
       {"a packet behind a torn reply", "\x02V"s + packet, " R0 M0 V0 S1 F50"},
@@ -55,39 +45,32 @@ TEST_P(ClassifierShapes, Messages) {
       {"one character", "\n", "beep; R0 M0 V0 S0 F0"},
       {"STX near the end", "zzz\x02V\n", "beep; R0 M0 V0 S0 F0"},
   };
-  for (const Row& row : rows) {
-    Feed(Line("S1") + Line("V0") + Line("R0") + Line("M0") + Line("D,0,0,0,0;0") + Line("S1"));
-    events.log.clear();
-    if (GetParam() == Shape::kWhole) Feed(row.bytes);
-    if (GetParam() == Shape::kWithTheNext) Feed(row.bytes + "\x02next line");
-    if (GetParam() == Shape::kByteByByte) {
-      for (const char c : row.bytes)
-        Feed(std::string_view(&c, 1));
+  for (const auto& [name, bytes, seen] : rows) {
+    for (const std::string way : {"whole", "byte by byte", "with the next line behind it"}) {
+      Feed(Line("S1") + Line("V0") + Line("R0") + Line("M0") + Line("D,0,0,0,0;0") + Line("S1"));
+      events.log.clear();
+      if (way == "byte by byte") {
+        for (const char c : bytes)
+          Feed(std::string_view(&c, 1));
+      } else {
+        Feed(way == "whole" ? bytes : bytes + "\x02next line");
+      }
+      EXPECT_EQ(Seen(), seen) << name << ", " << way;
+      if (way.starts_with("with")) Feed("\r\n");
     }
-    EXPECT_EQ(Seen(), row.seen) << row.name;
-    if (GetParam() == Shape::kWithTheNext) Feed("\r\n");
   }
 }
-INSTANTIATE_TEST_SUITE_P(All, ClassifierShapes,
-                         ::testing::Values(Shape::kWhole, Shape::kByteByByte, Shape::kWithTheNext));
 
 TEST_F(Classifier, BeepsAfterSomeLetters) {
-  const std::string silent = "BLlWwCUANDxn0!";
-  const std::string beeping = "bVITtPSvRM";
-  for (const char letter : silent + beeping) {
-    events.log.clear();
-    Feed(Line(std::string(1, letter) + "1"));
-    EXPECT_EQ(events.Count("beep"), beeping.find(letter) != std::string::npos ? 1 : 0) << letter;
-    settings.pkt_notify = false;
-    Feed(Line(std::string(1, letter) + "1"));
-    EXPECT_EQ(events.Count("beep"), beeping.find(letter) != std::string::npos ? 1 : 0) << letter;
-    settings.pkt_notify = true;
+  for (const bool notify : {true, false}) {
+    settings.pkt_notify = notify;
+    const std::string beeping = notify ? "bVITtPSvRM" : "";
+    for (const char letter : std::string("BLlWwCUANDxn0!bVITtPSvRM")) {
+      events.log.clear();
+      Feed(Line(std::string(1, letter) + "1"));
+      EXPECT_EQ(events.Count("beep"), beeping.find(letter) != std::string::npos ? 1 : 0) << letter;
+    }
   }
-}
-
-TEST_F(Classifier, BeepComesAfterTheHandler) {
-  Feed(Line("M1"));
-  EXPECT_EQ(events.log, (std::vector<std::string>{"mode", "beep"}));
 }
 
 TEST_F(Classifier, AFaultyHandlerIsLeftAndTheNextLineGoesOn) {

@@ -6,56 +6,49 @@ namespace {
 using namespace std::string_literals;
 
 using Replies = LinkTest;
+using State = MeterState;
 
 TEST_F(Replies, NumbersAreClampedAndStored) {
-  struct Value {
-    const char* payload;
-    int stored;
-  };
   struct Row {
     std::string letter;
     std::int16_t MeterState::*field;
-    std::vector<Value> values;
+    std::vector<std::pair<const char*, int>> values;  // what is sent, what is stored
   };
   const Row rows[] = {
-      {"V",
-       &MeterState::ParamV,
-       {{"3", 3}, {"5", 4}, {"-1", 4}, {"x", 0}, {"", 0}, {" 2 ", 2}, {"2.5", 2}, {"3.5", 4}, {"0.5", 0}}},
-      {"l", &MeterState::ParamL2, {{"7", 7}, {"8", 0}, {"-1", 0}, {"x", 0}}},
-      {"P", &MeterState::ParamP, {{"1", 1}, {"5", 1}, {"0", 0}, {"x", 0}}},
-      {"M", &MeterState::MeterMode, {{"3", 3}, {"7", 0}, {"x", 0}}},
-      {"I", &MeterState::ParamI, {{"2", 2}, {"0", 4}, {"x", 4}, {"5", 4}}},
-      {"R", &MeterState::ParamR, {{"2", 2}, {"3", 0}, {"x", 0}}},
-      {"b", &MeterState::ParamB2, {{"3", 3}, {"4", 0}, {"x", 0}}},
-      {"S", &MeterState::ParamS, {{"17", 17}, {"-32768", -32768}, {"x", 0}}},
-      {"T", &MeterState::ParamT, {{"25", 25}, {"26", 0}, {"-10", -10}, {"-11", 0}}},
-      {"t", &MeterState::ParamT2, {{"25", 25}, {"26", 0}, {"-10", -10}, {"x", 0}}},
+      {"V", &State::ParamV, {{"3", 3}, {"5", 4}, {"-1", 4}, {"x", 0}, {"", 0}, {" 2 ", 2}}},
+      {"V", &State::ParamV, {{"2.5", 2}, {"3.5", 4}, {"0.5", 0}}},
+      {"l", &State::ParamL2, {{"7", 7}, {"8", 0}, {"-1", 0}, {"x", 0}}},
+      {"P", &State::ParamP, {{"1", 1}, {"5", 1}, {"0", 0}, {"x", 0}}},
+      {"M", &State::MeterMode, {{"3", 3}, {"7", 0}, {"x", 0}}},
+      {"I", &State::ParamI, {{"2", 2}, {"0", 4}, {"x", 4}, {"5", 4}}},
+      {"R", &State::ParamR, {{"2", 2}, {"3", 0}, {"x", 0}}},
+      {"b", &State::ParamB2, {{"3", 3}, {"4", 0}, {"x", 0}}},
+      {"S", &State::ParamS, {{"17", 17}, {"-32768", -32768}, {"x", 0}}},
+      {"T", &State::ParamT, {{"25", 25}, {"26", 0}, {"-10", -10}, {"-11", 0}}},
+      {"t", &State::ParamT2, {{"25", 25}, {"26", 0}, {"-10", -10}, {"x", 0}}},
   };
   Feed(Line("U-10,25"));
   for (const Row& row : rows) {
-    for (const Value& value : row.values) {
-      Feed(Line(row.letter + "1"));
-      Feed(Line(row.letter + value.payload));
-      EXPECT_EQ(link.State().*row.field, value.stored) << row.letter << value.payload;
+    for (const auto& [payload, stored] : row.values) {
+      Feed(Line(row.letter + "1") + Line(row.letter + payload));
+      EXPECT_EQ(link.State().*row.field, stored) << row.letter << payload;
     }
   }
 }
 
 TEST_F(Replies, FollowUps) {
-  Feed(Line("V1") + Line("l1"));
-  EXPECT_EQ(link.State().ParamVOn, kTrue);
-  EXPECT_EQ(link.State().ParamL2On, kTrue);
-  Feed(Line("V0") + Line("l9"));
-  EXPECT_EQ(link.State().ParamVOn, kFalse);
-  EXPECT_EQ(link.State().ParamL2On, kFalse);
-  EXPECT_EQ(link.State().ParamRValid, kFalse);
-  EXPECT_EQ(link.State().ParamB2Valid, kFalse);
+  const MeterState& state = link.State();
+  for (const bool on : {true, false}) {
+    Feed(on ? Line("V1") + Line("l1") : Line("V0") + Line("l9"));
+    EXPECT_EQ(std::pair(state.ParamVOn, state.ParamL2On),
+              std::pair(on ? kTrue : kFalse, on ? kTrue : kFalse));
+  }
+  EXPECT_EQ(std::pair(state.ParamRValid, state.ParamB2Valid), std::pair(kFalse, kFalse));
   Feed(Line("R9") + Line("bx"));
-  EXPECT_EQ(link.State().ParamRValid, kTrue);
-  EXPECT_EQ(link.State().ParamB2Valid, kTrue);
+  EXPECT_EQ(std::pair(state.ParamRValid, state.ParamB2Valid), std::pair(kTrue, kTrue));
   // A mode out of range is stored as 0 and shown all the same, with the new value.
   std::int16_t seen = -1;
-  events.on_mode = [&] { seen = link.State().MeterMode; };
+  events.on_mode = [&] { seen = state.MeterMode; };
   Feed(Line("M7"));
   EXPECT_EQ(seen, 0);
 }
@@ -74,25 +67,22 @@ TEST_F(Replies, NumbersBeyond16BitsChangeNothing) {
 }
 
 TEST_F(Replies, TextsLoseTheirLetterOnce) {
-  Feed(Line("BAB,B") + Line("L0,1,L") + Line("WWatt") + Line("www"));
-  EXPECT_EQ(link.State().ParamBText, "AB,B");
-  EXPECT_EQ(link.State().ParamLText, "0,1,L");
-  EXPECT_EQ(link.State().ParamWText, "Watt");
-  EXPECT_EQ(link.State().ParamW2Text, "ww");
-  // Only the last ETX ends the text; those inside are taken out, and without any the tail stays.
-  Feed("\x02"s + "B1\x03,2\x03" + "FF\r\n");
-  EXPECT_EQ(link.State().ParamBText, "1,2");
-  Feed("\x02"s + "B1,2FF\r\n");
-  EXPECT_EQ(link.State().ParamBText, "1,2FF");
+  const std::tuple<std::string, std::string State::*, const char*> rows[] = {
+      {Line("BAB,B"), &State::ParamBText, "AB,B"},
+      {Line("L0,1,L"), &State::ParamLText, "0,1,L"},
+      {Line("WWatt"), &State::ParamWText, "Watt"},
+      {Line("www"), &State::ParamW2Text, "ww"},
+      // Only the last ETX ends the text; those inside are taken out, and without any the tail stays.
+      {"\x02"s + "B1\x03,2\x03" + "FF\r\n", &State::ParamBText, "1,2"},
+      {"\x02"s + "B1,2FF\r\n", &State::ParamBText, "1,2FF"}};
+  for (const auto& [bytes, field, text] : rows) {
+    Feed(bytes);
+    EXPECT_EQ(link.State().*field, text) << bytes;
+  }
 }
 
 TEST_F(Replies, TrimLimitsAreKeptNegated) {
-  struct Row {
-    const char* text;
-    int min_neg;
-    int max_neg;
-  };
-  const Row rows[] = {
+  const std::tuple<const char*, int, int> rows[] = {
       {"U-10,25", 10, -25},
       {"U5", 1, -2},
       {"U", 1, -2},
@@ -104,20 +94,16 @@ TEST_F(Replies, TrimLimitsAreKeptNegated) {
       {"U-20,-32768", 1, -2},  // its negation has no place in 16 bits
       {"U-20,40000", 1, -2},
   };
-  for (const Row& row : rows) {
-    Feed(Line("U-1,2"));
-    Feed(Line(row.text));
-    EXPECT_EQ(link.State().RangeMinNeg, row.min_neg) << row.text;
-    EXPECT_EQ(link.State().RangeMaxNeg, row.max_neg) << row.text;
+  for (const auto& [text, min_neg, max_neg] : rows) {
+    Feed(Line("U-1,2") + Line(text));
+    EXPECT_EQ((std::pair<int, int>(link.State().RangeMinNeg, link.State().RangeMaxNeg)),
+              std::pair(min_neg, max_neg))
+        << text;
   }
 }
 
 TEST_F(Replies, CallMessage) {
-  struct Row {
-    std::string bytes;
-    std::string field;
-  };
-  const Row rows[] = {
+  const std::pair<std::string, std::string> rows[] = {
       {Line("CCQ CQ"), "CQ CQ            "},
       {Line("CABCDEFGHIJKLMNOPQRST"), "ABCDEFGHIJKLMNOPQ"},
       {Line("C"), "                 "},
@@ -127,10 +113,9 @@ TEST_F(Replies, CallMessage) {
       {"..\x02"s + "CY\x03" + "00\r\n", "Y                "},
       {"\x03\x02"s + "CZ 00\r\n", "                 "},  // the ETX before the STX ends the text
   };
-  for (const Row& row : rows) {
-    Feed(Line("Cold"));
-    Feed(row.bytes);
-    EXPECT_EQ(link.State().MeterCallText.Field(), row.field) << row.bytes;
+  for (const auto& [bytes, field] : rows) {
+    Feed(Line("Cold") + bytes);
+    EXPECT_EQ(link.State().MeterCallText.Field(), field) << bytes;
   }
 }
 

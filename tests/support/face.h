@@ -1,7 +1,9 @@
 #pragma once
 
+#include "tests/support/meter_text.h"
 #include "tests/support/program.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <stdexcept>
 #include <string>
@@ -63,6 +65,13 @@ class Face {
     In(Of(*Meter().pbxModePanel), *Meter().cmdMode[index]).Click(button);
   }
   void ToggleView() const { Main().DoubleClick(); }
+  /// Pixel rows that the window's shape reaches down to: they tell the picture.
+  int ShapeHeight() const {
+    int bottom = 0;
+    for (const Rect& run : Main().Shape())
+      bottom = std::max(bottom, run.bottom());
+    return bottom;
+  }
   /// The view that the window shows, told by its size.
   bool Full() const { return Main().Place().height == 3900; }
 
@@ -70,26 +79,22 @@ class Face {
   Program& program_;
 };
 
-/// A meter that is found at the first attempt.
-inline sim::MeterOptions QuickMeter() {
-  sim::MeterOptions options;
-  options.Baud = 38400;
-  return options;
-}
-
 /// A running program with its face; the meter is streaming.
 struct RunningFace {
-  explicit RunningFace(sim::MeterOptions meter = QuickMeter()) : program(std::move(meter)) {}
+  explicit RunningFace(sim::MeterOptions meter = MeterAt(38400)) : program(std::move(meter)) {}
   /// Starts with a settings file of these lines in [USER-SETTINGS].
   bool Start(const std::string& user_settings = {}) {
-    if (!user_settings.empty() &&
-        !program.files.Replace(program.SettingsPath(), "[USER-SETTINGS]\r\n" + user_settings)) {
-      return false;
-    }
+    if (!user_settings.empty()) program.PutSettings("[USER-SETTINGS]\r\n" + user_settings);
     return program.StartStreaming() && program.RunFor(100);
   }
   Program program;
   Face face{program};
+};
+
+/// Tests on a face whose meter streams already.
+class FaceTest : public testing::Test, public RunningFace {
+ protected:
+  void SetUp() override { ASSERT_TRUE(Start()); }
 };
 
 }  // namespace orvane

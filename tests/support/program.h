@@ -11,7 +11,9 @@
 #include "tests/support/temp_folder.h"
 #include "window/orvane.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>
@@ -88,6 +90,8 @@ class Program {
   }
 
   std::string SettingsPath() { return folder.Path() + "/Orvane.dat"; }
+  void PutSettings(const std::string& text) { EXPECT_TRUE(files.Replace(SettingsPath(), text)); }
+  bool Keeps(const std::string& text) { return SettingsText().find(text) != std::string::npos; }
   std::string SettingsText() { return files.Content(SettingsPath()).value_or("(no file)"); }
   /// Commands as the meter heard them, in order.
   std::vector<std::string> Commands() const {
@@ -95,6 +99,12 @@ class Program {
     for (const auto& record : line.Meter.Log().Commands)
       texts.push_back(record.Text);
     return texts;
+  }
+
+  /// How often the meter heard a command.
+  std::ptrdiff_t Count(const std::string& command) const {
+    const auto commands = Commands();
+    return std::count(commands.begin(), commands.end(), command);
   }
 
   const std::string& Fwd() const { return orvane->Meter().forward.dbxPower->digitdisplay(); }
@@ -133,6 +143,13 @@ class Program {
     return !ended_;
   }
   bool ended_ = false;
+};
+
+/// Tests on a program whose meter streams already.
+class StreamingTest : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_TRUE(program.StartStreaming()); }
+  Program program{MeterAt(38400)};
 };
 
 }  // namespace orvane

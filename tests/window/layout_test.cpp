@@ -9,21 +9,12 @@
 namespace orvane {
 namespace {
 
-/// The three looks of the window, and how to come to them.
-struct Look {
-  const char* name;
-  const char* settings;
-  bool dip;
-};
-constexpr Look kLooks[] = {{"full view", "FORM-REGION=1\r\n", false},
-                           {"short view", "FORM-REGION=0\r\n", false},
-                           {"dip mode", "FORM-REGION=1\r\n", true}};
-
-class LayoutTest : public testing::TestWithParam<Look>, public RunningFace {
+/// The looks of the window: full view, short view, dip mode.
+class LayoutTest : public testing::TestWithParam<const char*>, public RunningFace {
  protected:
   void SetUp() override {
-    ASSERT_TRUE(Start(GetParam().settings));
-    if (GetParam().dip) face.ClickMode(3);
+    ASSERT_TRUE(Start(GetParam() == std::string("short") ? "FORM-REGION=0\r\n" : "FORM-REGION=1\r\n"));
+    if (GetParam() == std::string("dip")) face.ClickMode(3);
   }
   std::vector<HeadlessWindow*> SeenWindows() const {
     std::vector<HeadlessWindow*> seen;
@@ -44,27 +35,17 @@ class LayoutTest : public testing::TestWithParam<Look>, public RunningFace {
   }
 };
 
-void PrintTo(const Look& look, std::ostream* out) {
-  *out << look.name;
-}
-
-TEST_P(LayoutTest, NoTwoWindowsOverlapUnlessOneHoldsTheOther) {
+TEST_P(LayoutTest, WindowsLieInsideWhatHoldsThemAndOverlapNoOther) {
   const auto seen = SeenWindows();
   EXPECT_GT(seen.size(), 15U);
-  for (std::size_t i = 0; i < seen.size(); ++i) {
-    for (std::size_t k = i + 1; k < seen.size(); ++k) {
-      if (Holds(seen[i], seen[k]) || Holds(seen[k], seen[i])) continue;
-      EXPECT_TRUE(Intersection(Face::PlaceOnFace(*seen[i]), Face::PlaceOnFace(*seen[k])).Empty())
-          << Name(*seen[i]) << " and " << Name(*seen[k]);
+  for (const HeadlessWindow* one : seen) {
+    const Rect& outer = one->Container()->Place();
+    EXPECT_EQ(Intersection(one->Place(), {0, 0, outer.width, outer.height}), one->Place()) << Name(*one);
+    for (const HeadlessWindow* other : seen) {
+      if (Holds(one, other) || Holds(other, one)) continue;
+      EXPECT_TRUE(Intersection(Face::PlaceOnFace(*one), Face::PlaceOnFace(*other)).Empty())
+          << Name(*one) << " and " << Name(*other);
     }
-  }
-}
-
-TEST_P(LayoutTest, EveryWindowLiesInsideWhatHoldsIt) {
-  for (const HeadlessWindow* window : SeenWindows()) {
-    const Rect& outer = window->Container()->Place();
-    EXPECT_EQ(Intersection(window->Place(), {0, 0, outer.width, outer.height}), window->Place())
-        << Name(*window);
   }
 }
 
@@ -100,21 +81,18 @@ TEST_P(LayoutTest, SegmentsLieInTheirFramesClearOfEachOtherAndOfTheScale) {
 
 // One that is wider or stands closer than its neighbours is seen at once.
 TEST_P(LayoutTest, SegmentsAreEvenInPixels) {
-  const auto pixels = [](int twips, int pixels_per_inch) { return ToPixels(twips, pixels_per_inch); };
   for (const int pixels_per_inch : {96, 120}) {
     for (const GraphControls* graph : {&face.Meter().forward, &face.Meter().reflected}) {
       const HeadlessWindow& frame = face.Of(dynamic_cast<const PictureBox&>(graph->shpGraph[0]->Container()));
       const int origin = Face::PlaceOnFace(frame).left;
-      const auto left = [&](std::size_t i) {
-        return pixels(origin + graph->shpGraph[i]->Left(), pixels_per_inch);
-      };
-      const auto width = [&](std::size_t i) {
-        return pixels(origin + graph->shpGraph[i]->Bounds().right(), pixels_per_inch) - left(i);
-      };
+      const auto pixels = [&](int twips) { return ToPixels(origin + twips, pixels_per_inch); };
       for (std::size_t i = 1; i <= static_cast<std::size_t>(kLastSegment); ++i) {
-        ASSERT_EQ(left(i) - left(i - 1), pixels_per_inch / 12) << i;
-        ASSERT_EQ(width(i), width(0)) << i;
-        ASSERT_LT(width(i), pixels_per_inch / 12) << "a gap between the segments";
+        const Rect each = graph->shpGraph[i]->Bounds();
+        const Rect before = graph->shpGraph[i - 1]->Bounds();
+        const int width = pixels(each.right()) - pixels(each.left);
+        ASSERT_EQ(pixels(each.left) - pixels(before.left), pixels_per_inch / 12) << i;
+        ASSERT_EQ(width, pixels(before.right()) - pixels(before.left)) << i;
+        ASSERT_LT(width, pixels_per_inch / 12) << "a gap between the segments";
       }
     }
   }
@@ -157,7 +135,7 @@ TEST_P(LayoutTest, TheTabKeyStopsAtEveryButtonThatIsSeenAndAtNothingElse) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Looks, LayoutTest, testing::ValuesIn(kLooks));
+INSTANTIATE_TEST_SUITE_P(Looks, LayoutTest, testing::Values("full", "short", "dip"));
 
 /// Width and height of a PNG file, by its header.
 Size PictureSize(const std::string& name) {
@@ -174,21 +152,16 @@ Size PictureSize(const std::string& name) {
 }
 
 TEST(Layout, TheShippedPicturesAreAsLargeAsWhatTheyCover) {
-  struct Row {
-    const char* name;
-    Size twips;
-    int pixels_per_inch;
-  };
   const Size logo{layout::kLogo.width, layout::kLogo.height};
-  for (const Row& row : {Row{"OVFace.ovl", layout::kFullFace, 96},
-                         {"OVFace120.ovl", layout::kFullFace, 120},
-                         {"OVFaceSm.ovl", layout::kShortFace, 96},
-                         {"OVFaceSm120.ovl", layout::kShortFace, 120},
-                         {"TamskLogo.ovl", logo, 96},
-                         {"TamskLogoBW.ovl", logo, 96}}) {
-    const Size expected{ToPixels(row.twips.width, row.pixels_per_inch),
-                        ToPixels(row.twips.height, row.pixels_per_inch)};
-    EXPECT_EQ(PictureSize(row.name), expected) << row.name;
+  const std::tuple<const char*, Size, int> rows[] = {{"OVFace.ovl", layout::kFullFace, 96},
+                                                     {"OVFace120.ovl", layout::kFullFace, 120},
+                                                     {"OVFaceSm.ovl", layout::kShortFace, 96},
+                                                     {"OVFaceSm120.ovl", layout::kShortFace, 120},
+                                                     {"TamskLogo.ovl", logo, 96},
+                                                     {"TamskLogoBW.ovl", logo, 96}};
+  for (const auto& [name, twips, pixels_per_inch] : rows) {
+    const Size expected{ToPixels(twips.width, pixels_per_inch), ToPixels(twips.height, pixels_per_inch)};
+    EXPECT_EQ(PictureSize(name), expected) << name;
   }
 }
 

@@ -30,11 +30,10 @@ TEST(Menus, MainMenuShowsWhatTheMeterOffersAndHas) {
   meter.ParamBText = "50,250,1250,100,500,2500,200,1000,3000,400,2000,3000";
   meter.ParamLText = "0,1,2,5,10,25,50,100";
   meter.RangeMaxNeg = -2;
-  meter.RangeMinNeg = 2;
+  meter.RangeMinNeg = meter.ParamT = 2;
   meter.ParamB2 = 1;
   meter.ParamL2 = 7;
   meter.ParamV = 3;
-  meter.ParamT = 2;
   meter.ParamT2 = -1;
   EXPECT_EQ(Seen(menus::MainMenu(meter, ListsOf(meter))),
             "Select Range\n"
@@ -71,21 +70,19 @@ TEST(Menus, OddMeterDataLeavesOutWhatIsMissing) {
 TEST(Menus, IdsStandForSettings) {
   using menus::Setting;
   using menus::SettingOf;
-  EXPECT_EQ(SettingOf(2000), (Setting{'b', 0}));
-  EXPECT_EQ(SettingOf(2003), (Setting{'b', 3}));
-  EXPECT_EQ(SettingOf(3007), (Setting{'l', 7}));
-  EXPECT_EQ(SettingOf(4004), (Setting{'V', 4}));
-  EXPECT_EQ(SettingOf(6030), (Setting{'T', -20}));
-  EXPECT_EQ(SettingOf(6070), (Setting{'T', 20}));
-  EXPECT_EQ(SettingOf(7070), (Setting{'t', 20}));
+  const std::pair<int, Setting> rows[] = {{2000, {'b', 0}}, {2003, {'b', 3}},   {3007, {'l', 7}},
+                                          {4004, {'V', 4}}, {6030, {'T', -20}}, {6070, {'T', 20}},
+                                          {7070, {'t', 20}}};
+  for (const auto& [id, setting] : rows)
+    EXPECT_EQ(SettingOf(id), setting) << id;
   for (const int none : {0, 1000, 2004, 3008, 4005, 6029, 6071, 7029, 7071}) {
     EXPECT_EQ(SettingOf(none), std::nullopt) << none;
   }
 }
 
-TEST(Menus, AChoiceSendsItsCommandAndItsQueryAfterTheMenuIsGone) {
-  Program program(MeterAt(38400));
-  ASSERT_TRUE(program.StartStreaming());
+using MenusTest = StreamingTest;
+
+TEST_F(MenusTest, AChoiceSendsItsCommandAndItsQueryAfterTheMenuIsGone) {
   program.RunFor(500);
   const std::size_t before = program.Commands().size();
   const std::int64_t opened = program.time.Now();
@@ -94,27 +91,27 @@ TEST(Menus, AChoiceSendsItsCommandAndItsQueryAfterTheMenuIsGone) {
   program.RunFor(1000);
   const auto commands = program.Commands();
   ASSERT_EQ(commands.size(), before + 2);
-  EXPECT_EQ(commands[before], "T-3");
-  EXPECT_EQ(commands[before + 1], "T?");
+  EXPECT_EQ(commands[before] + commands[before + 1], "T-3T?");
   EXPECT_GT(program.port.Writes()[before].at - opened, menus::kMainMenuParts * 50);
   EXPECT_EQ(program.orvane->Link().State().ParamT, -3);
 }
 
-TEST(Menus, DismissedMenusSendNothing) {
-  Program program(MeterAt(38400));
-  ASSERT_TRUE(program.StartStreaming());
+TEST_F(MenusTest, DismissedMenusSendNothing) {
   const std::size_t before = program.Commands().size();
   program.desktop.Main()->Click(kRightButton);
+  EXPECT_TRUE(program.desktop.Main()->Press(Key::kMenu));
   for (const char* button : {"Window", "Settings", "Help"})
     program.desktop.Main()->Find(button)->Click();
   program.RunFor(1000);
-  EXPECT_EQ(program.desktop.menus.size(), 4U);
+  EXPECT_EQ(program.desktop.menus.size(), 5U);
   EXPECT_EQ(program.Commands().size(), before);
+  EXPECT_TRUE(program.desktop.Main()->Press(Key::kF1));
+  ASSERT_EQ(program.shell.launches.size(), 1U);
+  EXPECT_TRUE(program.shell.launches[0].target.ends_with("OrvaneLite.html"));
+  EXPECT_FALSE(program.desktop.Main()->Press(Key::kEscape));
 }
 
-TEST(Menus, WindowMenuClosesAfterHalfASecond) {
-  Program program(MeterAt(38400));
-  ASSERT_TRUE(program.StartStreaming());
+TEST_F(MenusTest, WindowMenuClosesAfterHalfASecond) {
   program.desktop.choices = {menus::kClose};
   const std::int64_t before = program.time.Now();
   program.time.Post(EventKind::kInput, 0, [&] { program.desktop.Main()->Find("Window")->Click(); });
@@ -123,53 +120,42 @@ TEST(Menus, WindowMenuClosesAfterHalfASecond) {
   EXPECT_EQ(program.Commands().back(), "D0");
 }
 
-TEST(Menus, DataFlowStopsAndStarts) {
-  Program program(MeterAt(38400));
-  ASSERT_TRUE(program.StartStreaming());
+TEST_F(MenusTest, DataFlowStopsAndStarts) {
   program.desktop.choices = {menus::kStopDataFlow, menus::kStartDataFlow};
-  program.desktop.Main()->Find("Settings")->Click();
-  program.RunFor(100);
-  EXPECT_FALSE(program.line.Meter.Streaming());
-  const std::size_t before = program.port.Writes().size();
-  program.desktop.Main()->Find("Settings")->Click();
-  program.RunFor(100);
-  EXPECT_TRUE(program.line.Meter.Streaming());
+  std::size_t before = 0;
+  for (const bool streams : {false, true}) {
+    before = program.port.Writes().size();
+    program.desktop.Main()->Find("Settings")->Click();
+    program.RunFor(100);
+    EXPECT_EQ(program.line.Meter.Streaming(), streams);
+  }
   ASSERT_EQ(program.port.Writes().size(), before + 2);
   EXPECT_GT(program.port.Writes()[before + 1].at - program.port.Writes()[before].at, 1500);
 }
 
-// The click comes at the very moment in which a line is being shown; the menu stays open for five seconds.
-TEST(Menus, ReadingsGoOnWhileAMenuIsOpen) {
-  Program program(MeterAt(38400));
-  ASSERT_TRUE(program.StartStreaming());
-  program.line.Meter.SetPower(100, 0);
-  program.RunFor(2000);
-  program.desktop.menu_ms = 5000;
-  std::string shown;
-  bool opened = false;
-  const std::uint64_t packets = program.line.Meter.Log().PacketTotal;
-  program.time.Post(EventKind::kInput, 0, [&] {
-    program.time.Post(EventKind::kTimer, 3000, [&] { shown = program.Fwd(); });
-    program.line.Meter.SetPower(700, 0);
-    program.line.Pump();
-    opened = true;
-    program.desktop.Main()->Click(kRightButton);
-  });
-  program.RunFor(6000);
-  EXPECT_TRUE(opened);
-  EXPECT_GT(program.line.Meter.Log().PacketTotal, packets + 20);
-  EXPECT_EQ(shown, "700");
-}
-
-TEST(Menus, KeysOpenMenuAndHelp) {
-  Program program(MeterAt(38400));
-  ASSERT_TRUE(program.StartStreaming());
-  EXPECT_TRUE(program.desktop.Main()->Press(Key::kMenu));
-  EXPECT_EQ(program.desktop.menus.size(), 1U);
-  EXPECT_TRUE(program.desktop.Main()->Press(Key::kF1));
-  ASSERT_EQ(program.shell.launches.size(), 1U);
-  EXPECT_TRUE(program.shell.launches[0].target.ends_with("OrvaneLite.html"));
-  EXPECT_FALSE(program.desktop.Main()->Press(Key::kEscape));
+// The click comes at the very moment in which a line is being shown; menu and box stay open for five seconds.
+TEST_F(MenusTest, ReadingsGoOnWhileAMenuOrABoxIsOpen) {
+  program.desktop.menu_ms = program.desktop.box_ms = 5000;
+  for (const bool menu : {true, false}) {
+    program.line.Meter.SetPower(100, 0);
+    program.RunFor(5000);
+    std::string shown;
+    const std::uint64_t packets = program.line.Meter.Log().PacketTotal;
+    program.time.Post(EventKind::kInput, 0, [&] {
+      program.time.Post(EventKind::kTimer, 3000, [&] { shown = program.Fwd(); });
+      program.line.Meter.SetPower(700, 0);
+      program.line.Pump();
+      if (menu) {
+        program.desktop.Main()->Click(kRightButton);
+      } else {
+        program.desktop.ShowMessageBox("any", "any", BoxStyle::kPlain);
+      }
+    });
+    program.RunFor(6000);
+    EXPECT_EQ(program.desktop.menus.size() + program.desktop.boxes.size(), menu ? 1U : 2U);
+    EXPECT_GT(program.line.Meter.Log().PacketTotal, packets + 20);
+    EXPECT_EQ(shown, "700");
+  }
 }
 
 }  // namespace

@@ -1,9 +1,11 @@
 #include "tests/support/face.h"
 
-#include <algorithm>
-
 namespace orvane {
 namespace {
+
+constexpr const char* kFullPower = "VPFRMG";
+constexpr const char* kFullDip = "VMGC";
+constexpr const char* kShortPower = "V";
 
 class ModesTest : public testing::Test, public RunningFace {
  protected:
@@ -20,21 +22,16 @@ class ModesTest : public testing::Test, public RunningFace {
     program.line.Pump();
     program.RunFor(100);
   }
-  std::string Markers() const {
-    std::string markers;
-    for (const auto& marker : face.Meter().shpMode)
-      markers += marker->FillStyle() == Shape::kSolid ? '*' : '.';
-    return markers;
-  }
-  std::string Labels(const GraphControls& graph) const {
-    return graph.lblScale[0]->Caption() + "|" + graph.lblScale[1]->Caption() + "|" +
-           graph.lblScale[2]->Caption();
+  std::string Modes() const { return Markers(face.Meter()); }
+  std::string Scales() const { return Labels(face.Meter().forward) + " " + Labels(face.Meter().reflected); }
+  /// Lit segments of both bars.
+  std::pair<int, int> Lit() const {
+    return {program.Lit(face.Meter().forward), program.Lit(face.Meter().reflected)};
   }
   /// What a person sees of the things that come and go with dip mode: VSWR, reflected readout, range buttons,
   /// mode panel, reflected frame, caption of the VSWR bar.
   std::string Seen() const {
     const MeterControls& meter = face.Meter();
-    std::string seen;
     const std::pair<char, const WindowedControl*> controls[] = {{'V', meter.dbxVSWR.get()},
                                                                 {'P', meter.reflected.dbxPower.get()},
                                                                 {'F', meter.forward.pbxRangeButtons.get()},
@@ -42,9 +39,14 @@ class ModesTest : public testing::Test, public RunningFace {
                                                                 {'M', meter.pbxModePanel.get()},
                                                                 {'G', meter.reflected.pbxGraph.get()},
                                                                 {'C', meter.lblDipCaption.get()}};
+    std::string seen;
     for (const auto& [letter, control] : controls) {
       if (face.Seen(*control)) seen += letter;
     }
+    // The view and the home of the reflected bar go with it.
+    EXPECT_EQ(face.Full(), seen != kShortPower);
+    EXPECT_EQ(&meter.reflected.shpGraph[0]->Container(),
+              (face.Full() ? meter.reflected : meter.forward).pbxGraph.get());
     return seen;
   }
 
@@ -52,52 +54,31 @@ class ModesTest : public testing::Test, public RunningFace {
   std::size_t told_ = 0;
 };
 
-constexpr const char* kFullPower = "VPFRMG";
-constexpr const char* kFullDip = "VMGC";
-constexpr const char* kShortPower = "V";
-
 TEST_F(ModesTest, AButtonTellsTheMeterItsDigitAndM) {
   ASSERT_TRUE(Start());
   Sent();
-  struct Row {
-    std::size_t index;
-    int button;
-    std::vector<std::string> sent;
-    const char* markers;
-  };
-  for (const Row& row : {Row{0, kLeftButton, {}, "*..."},
-                         {2, kRightButton, {}, "*..."},
-                         {2, kLeftButton, {"2M"}, "..*."},
-                         {2, kLeftButton, {}, "..*."},
-                         {1, kLeftButton, {"1M"}, ".*.."},
-                         {3, kLeftButton, {"3M"}, "...*"},
-                         {3, kLeftButton, {}, "...*"},
-                         {0, kLeftButton, {"0M"}, "*..."}}) {
-    face.ClickMode(row.index, row.button);
-    EXPECT_EQ(Markers(), row.markers) << "at once, mode " << row.index;
-    EXPECT_EQ(Sent(), row.sent) << row.index << ", button " << row.button;
-    EXPECT_EQ(Markers(), row.markers);
+  const std::tuple<std::size_t, int, std::vector<std::string>, const char*> rows[] = {
+      {0, kLeftButton, {}, "*..."},     {2, kRightButton, {}, "*..."},    {2, kLeftButton, {"2M"}, "..*."},
+      {2, kLeftButton, {}, "..*."},     {1, kLeftButton, {"1M"}, ".*.."}, {3, kLeftButton, {"3M"}, "...*"},
+      {0, kLeftButton, {"0M"}, "*..."}, {0, kLeftButton, {}, "*..."}};
+  for (const auto& [index, button, sent, markers] : rows) {
+    face.ClickMode(index, button);
+    EXPECT_EQ(Modes(), markers) << "at once, mode " << index;
+    EXPECT_EQ(Sent(), sent) << index << ", button " << button;
+    EXPECT_EQ(Modes(), markers);
   }
-}
-
-TEST_F(ModesTest, ASilentMeterDoesNotKeepTheModeFromChanging) {
-  ASSERT_TRUE(Start());
   program.line.Meter.SetMute(true);
   face.ClickMode(3);
-  EXPECT_EQ(Markers(), "...*");
-  EXPECT_EQ(Seen(), kFullDip);
+  EXPECT_EQ(Modes() + Seen(), std::string("...*") + kFullDip) << "a silent meter is no hindrance";
 }
 
 TEST_F(ModesTest, AModeChosenAtTheMeterIsFollowedWithoutAnAnswer) {
   ASSERT_TRUE(Start());
   Sent();
   MeterChoosesMode('3');
-  EXPECT_EQ(Markers(), "...*");
-  EXPECT_EQ(Seen(), kFullDip);
-  EXPECT_EQ(Labels(face.Meter().reflected), "1.0|3.0|5.0");
+  EXPECT_EQ(Modes() + Seen(), std::string("...*") + kFullDip);
   MeterChoosesMode('1');
-  EXPECT_EQ(Markers(), ".*..");
-  EXPECT_EQ(Seen(), kFullPower);
+  EXPECT_EQ(Modes() + Seen(), std::string(".*..") + kFullPower);
   EXPECT_TRUE(Sent().empty());
 }
 
@@ -106,22 +87,19 @@ TEST_F(ModesTest, DipModeAndBackInTheFullView) {
   EXPECT_EQ(Seen(), kFullPower);
   program.line.Meter.SetPower(500, 20);
   program.RunFor(2000);
-  EXPECT_EQ(Labels(face.Meter().reflected), "0|25.0|50");
+  EXPECT_EQ(Scales(), "0|500.0|1000 0|25.0|50");
   face.ClickMode(3);
   EXPECT_EQ(Seen(), kFullDip);
-  EXPECT_EQ(Labels(face.Meter().reflected), "1.0|3.0|5.0");
-  EXPECT_EQ(program.Lit(face.Meter().forward), 0);
-  EXPECT_EQ(program.Lit(face.Meter().reflected), 0);
+  EXPECT_EQ(Scales(), "0|500.0|1000 1.0|3.0|5.0");
+  EXPECT_EQ(Lit(), std::pair(0, 0));
   program.RunFor(1000);
-  EXPECT_EQ(program.Lit(face.Meter().reflected), 6) << "VSWR 1.50";
+  EXPECT_EQ(Lit(), std::pair(0, 6)) << "VSWR 1.50";
   EXPECT_EQ(program.Ratio(), "1.50");
   face.ClickMode(1);
   EXPECT_EQ(Seen(), kFullPower);
-  EXPECT_EQ(Labels(face.Meter().forward), "0|500.0|1000");
-  EXPECT_EQ(Labels(face.Meter().reflected), "0|25.0|50");
+  EXPECT_EQ(Scales(), "0|500.0|1000 0|25.0|50");
   program.RunFor(2500);
-  EXPECT_EQ(program.Lit(face.Meter().forward), 25);
-  EXPECT_EQ(program.Lit(face.Meter().reflected), 21);
+  EXPECT_EQ(Lit(), std::pair(25, 21));
 }
 
 TEST_F(ModesTest, DipModeInTheShortViewShowsTheVSWRAndTheShortViewComesBack) {
@@ -130,28 +108,20 @@ TEST_F(ModesTest, DipModeInTheShortViewShowsTheVSWRAndTheShortViewComesBack) {
     EXPECT_EQ(Seen(), kShortPower);
     MeterChoosesMode('3');
     EXPECT_EQ(Seen(), kFullDip);
-    EXPECT_TRUE(face.Full());
-    EXPECT_EQ(&face.Meter().reflected.shpGraph[0]->Container(), face.Meter().reflected.pbxGraph.get());
     if (by_meter) {
       MeterChoosesMode('0');
     } else {
       face.ClickMode(0);
     }
     EXPECT_EQ(Seen(), kShortPower);
-    EXPECT_FALSE(face.Full());
-    EXPECT_EQ(&face.Meter().reflected.shpGraph[0]->Container(), face.Meter().forward.pbxGraph.get());
     EXPECT_EQ(Labels(face.Meter().forward), "0|500.0|1000");
     face.ToggleView();
     EXPECT_EQ(Seen(), kFullPower);
     face.ToggleView();
   }
-}
-
-TEST_F(ModesTest, DipModeDoesNotChangeTheKeptView) {
-  ASSERT_TRUE(Start("FORM-REGION=0\r\n"));
   MeterChoosesMode('3');
   ASSERT_TRUE(program.Close());
-  EXPECT_NE(program.SettingsText().find("FORM-REGION=0\r\n"), std::string::npos);
+  EXPECT_TRUE(program.Keeps("FORM-REGION=0\r\n")) << "dip mode does not change the kept view";
 }
 
 TEST_F(ModesTest, DoubleClicksChangeNothingInDipMode) {
@@ -160,7 +130,6 @@ TEST_F(ModesTest, DoubleClicksChangeNothingInDipMode) {
   for (HeadlessWindow* window : std::initializer_list<HeadlessWindow*>{
            &face.Main(), &face.Of(*face.Meter().pbxModePanel), &face.Of(*face.Meter().lblShowStatus)}) {
     window->DoubleClick();
-    EXPECT_TRUE(face.Full());
     EXPECT_EQ(Seen(), kFullDip);
     EXPECT_EQ(program.orvane->Settings().FormRegion, 1);
   }
@@ -169,21 +138,22 @@ TEST_F(ModesTest, DoubleClicksChangeNothingInDipMode) {
   EXPECT_FALSE(face.Full());
 }
 
-TEST_F(ModesTest, PowerModesAmongThemselvesChangeNoLayout) {
+TEST(Modes, PowerModesAmongThemselvesChangeNoLayout) {
   for (const char* kept : {"FORM-REGION=1\r\n", "FORM-REGION=0\r\n"}) {
     RunningFace run;
     ASSERT_TRUE(run.Start(kept));
-    std::vector<std::pair<Rect, bool>> before;
-    for (const HeadlessWindow* window : run.face.All())
-      before.push_back({window->Place(), window->Shown()});
-    for (const char mode : {'1', '2', '0'}) {
-      ASSERT_TRUE(run.program.line.Meter.ChangeAtMeter(std::string("M") + mode));
+    const auto layout = [&] {
+      std::vector<std::pair<Rect, bool>> windows;
+      for (const HeadlessWindow* window : run.face.All())
+        windows.push_back({window->Place(), window->Shown()});
+      return windows;
+    };
+    const auto before = layout();
+    for (const char* mode : {"M1", "M2", "M0"}) {
+      ASSERT_TRUE(run.program.line.Meter.ChangeAtMeter(mode));
       run.program.line.Pump();
       run.program.RunFor(100);
-      std::vector<std::pair<Rect, bool>> after;
-      for (const HeadlessWindow* window : run.face.All())
-        after.push_back({window->Place(), window->Shown()});
-      EXPECT_EQ(after, before) << mode << " with " << kept;
+      EXPECT_EQ(layout(), before) << mode << " with " << kept;
     }
   }
 }
@@ -191,39 +161,29 @@ TEST_F(ModesTest, PowerModesAmongThemselvesChangeNoLayout) {
 // A window that is minimised takes no other look; the one that belongs to the mode waits for its return.
 TEST_F(ModesTest, AModeThatComesWhileTheWindowIsMinimisedShowsWhenItIsBack) {
   ASSERT_TRUE(Start("FORM-REGION=0\r\n"));
-  HeadlessTopWindow& window = face.Main();
-  const auto minimised = [&](char mode) {
-    window.SetState(WindowState::kMinimized);
+  for (const auto& [mode, seen] : {std::pair{'3', kFullDip}, {'0', kShortPower}}) {
+    face.Main().SetState(WindowState::kMinimized);
     MeterChoosesMode(mode);
-    window.SetState(WindowState::kNormal);
-    window.System().OnDisplayChanged();
-  };
-  minimised('3');
-  EXPECT_EQ(Seen(), kFullDip);
-  minimised('0');
-  EXPECT_EQ(Seen(), kShortPower);
-  EXPECT_FALSE(face.Full());
+    face.Main().SetState(WindowState::kNormal);
+    face.Main().System().OnDisplayChanged();
+    EXPECT_EQ(Seen(), seen);
+  }
 }
 
-TEST_F(ModesTest, KeptRangesThatAreNoneLeaveDipModeWhole) {
+TEST_F(ModesTest, RangesAreChosenByTheLeftButtonAndOneThatIsNoneLeavesDipModeWhole) {
   ASSERT_TRUE(Start("F-PWR-INDEX=12\r\nR-PWR-INDEX=2\r\n"));
-  EXPECT_EQ(Labels(face.Meter().forward), "||");
+  EXPECT_EQ(Scales(), "|| 0|25.0|50");
   face.ClickMode(3);
   face.ClickMode(0);
   EXPECT_EQ(Seen(), kFullPower);
-  EXPECT_EQ(Labels(face.Meter().reflected), "0|25.0|50") << "the other graph's range is restored";
-}
-
-TEST_F(ModesTest, ARangeButtonPressedWithAnyOtherButtonDoesNothing) {
-  ASSERT_TRUE(Start("F-PWR-INDEX=4\r\nR-PWR-INDEX=2\r\n"));
+  EXPECT_EQ(Scales(), "|| 0|25.0|50") << "the other graph's range is restored";
   const GraphControls& graph = face.Meter().forward;
   HeadlessWindow& button = Face::In(face.Of(*graph.pbxRangeButtons), *graph.cmdRange[1]);
   button.Click(kRightButton);
-  EXPECT_EQ(Labels(graph), "0|500.0|1000");
+  EXPECT_EQ(Labels(graph), "||");
   button.Click();
   EXPECT_EQ(Labels(graph), "0|50.0|100");
   EXPECT_EQ(graph.shpRange[1]->FillStyle(), Shape::kSolid);
-  EXPECT_EQ(graph.shpRange[4]->FillStyle(), Shape::kTransparent);
 }
 
 }  // namespace

@@ -1,33 +1,28 @@
 #include "tests/support/program.h"
 
-#include <algorithm>
-#include <gtest/gtest.h>
-
 namespace orvane {
 namespace {
 
 // A port that goes and comes, a meter that falls silent: the program gets over it by itself, and nobody takes
 // an old number for a reading meanwhile.
-class RecoveryTest : public testing::Test {
+class RecoveryTest : public StreamingTest {
  protected:
-  RecoveryTest() : program(MeterAt(38400)) {
+  void SetUp() override {
     program.line.Meter.SetPower(500, 20);
-    EXPECT_TRUE(program.StartStreaming());
+    StreamingTest::SetUp();
     program.RunFor(2000);
     EXPECT_EQ(program.Fwd(), "480");
   }
+  void TearDown() override { EXPECT_TRUE(program.desktop.boxes.empty()) << "nobody is asked anything"; }
   bool Dark() const {
     const MeterControls& meter = program.orvane->Meter();
     return program.Fwd().empty() && program.Ref().empty() && program.Ratio().empty() &&
            program.Lit(meter.forward) == 0 && program.Lit(meter.reflected) == 0;
   }
-  bool Live() { return program.Fwd() == "480" && program.line.Meter.Streaming(); }
-  int Count(const std::string& command) const {
-    const auto commands = program.Commands();
-    return static_cast<int>(std::count(commands.begin(), commands.end(), command));
+  bool Lives(std::int64_t within_ms) {
+    return program.RunUntil([&] { return program.Fwd() == "480" && program.line.Meter.Streaming(); },
+                            within_ms);
   }
-
-  Program program;
 };
 
 TEST_F(RecoveryTest, AnUnpluggedPortComesBackByItself) {
@@ -44,9 +39,8 @@ TEST_F(RecoveryTest, AnUnpluggedPortComesBackByItself) {
     program.line.Meter.Reset();
     program.RunFor(1000);
     program.port.SetPresent(true);
-    EXPECT_TRUE(program.RunUntil([&] { return Live(); }, 3000)) << "round " << round;
+    EXPECT_TRUE(Lives(3000)) << "round " << round;
   }
-  EXPECT_TRUE(program.desktop.boxes.empty());
   EXPECT_TRUE(program.Close());
 }
 
@@ -68,8 +62,7 @@ TEST_F(RecoveryTest, APortThatDiesWithoutAWordIsNoticed) {
   program.RunFor(11000);
   EXPECT_TRUE(Dark());
   program.port.SetPresent(true);
-  EXPECT_TRUE(program.RunUntil([&] { return Live(); }, 13000));
-  EXPECT_TRUE(program.desktop.boxes.empty());
+  EXPECT_TRUE(Lives(13000));
 }
 
 TEST_F(RecoveryTest, ASilentMeterIsSaidAndSearchedQuietly) {
@@ -79,20 +72,16 @@ TEST_F(RecoveryTest, ASilentMeterIsSaidAndSearchedQuietly) {
   program.RunFor(1500);
   EXPECT_EQ(program.Status(), "No Data");
   EXPECT_TRUE(Dark());
-  EXPECT_EQ(Count("v?"), 1);
+  EXPECT_EQ(program.Count("v?"), 1);
   program.RunFor(120000);
-  EXPECT_TRUE(program.desktop.boxes.empty());
-  EXPECT_GE(Count("v?"), 3);  // the meter hears only those at its own speed
-  EXPECT_LE(Count("v?"), 13);
+  EXPECT_GE(program.Count("v?"), 3);  // the meter hears only those at its own speed
+  EXPECT_LE(program.Count("v?"), 13);
   program.line.Meter.SetMute(false);
-  EXPECT_TRUE(program.RunUntil([&] { return Live(); }, 50000));
-}
-
-TEST_F(RecoveryTest, AMeterThatWasSwitchedOffAndOnStreamsByItself) {
-  program.line.Meter.Reset();
+  EXPECT_TRUE(Lives(50000));
+  program.line.Meter.Reset();  // switched off and on
   program.RunFor(1000);
   EXPECT_FALSE(program.line.Meter.Streaming());
-  EXPECT_TRUE(program.RunUntil([&] { return Live(); }, 25000));
+  EXPECT_TRUE(Lives(25000));
 }
 
 TEST_F(RecoveryTest, StoppedReadingsAreNoSilence) {
@@ -110,7 +99,7 @@ TEST_F(RecoveryTest, ClosingWhileThePortIsGoneTakesNoTime) {
   const std::int64_t before = program.time.Now();
   EXPECT_TRUE(program.Close());
   EXPECT_LT(program.time.Now() - before, 2000);
-  EXPECT_NE(program.SettingsText().find("FORM-TOP"), std::string::npos);
+  EXPECT_TRUE(program.Keeps("FORM-TOP"));
 }
 
 TEST_F(RecoveryTest, LosingThePortDuringASearchAsksNobody) {
@@ -119,16 +108,13 @@ TEST_F(RecoveryTest, LosingThePortDuringASearchAsksNobody) {
   program.port.Lose();
   program.RunFor(5000);
   program.port.SetPresent(true);
-  EXPECT_TRUE(program.RunUntil([&] { return Live(); }, 5000));
-  EXPECT_TRUE(program.desktop.boxes.empty());
+  EXPECT_TRUE(Lives(5000));
 }
 
 TEST(LateAnswer, DoesNotEndTheSearchForEver) {
-  sim::MeterOptions options;
-  options.Baud = 38400;
+  sim::MeterOptions options = MeterAt(38400);
   options.ReplyDelayMs = 2000;
   Program program(options);
-  program.line.Meter.SetPower(100, 0);
   ASSERT_TRUE(program.Start());
   EXPECT_TRUE(program.RunUntil([&] { return program.line.Meter.Streaming(); }, 60000));
 }

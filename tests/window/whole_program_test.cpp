@@ -1,61 +1,31 @@
 #include "tests/support/program.h"
 
-#include <algorithm>
-#include <gtest/gtest.h>
-#include <map>
-
 namespace orvane {
 namespace {
 
-TEST(WholeProgram, StartSendsExactlyTheSearchSequenceWithItsPacing) {
-  Program program(MeterAt(38400));
-  ASSERT_TRUE(program.StartStreaming());
-  program.RunFor(100);
-  const std::vector<std::string> expected{"D0", "v?", "D0", "B?", "b?", "U?", "W?", "w?", "C?", "I?",
-                                          "l?", "L?", "M?", "P?", "R?", "S?", "T?", "t?", "V?", "D1"};
-  EXPECT_EQ(program.Commands(), expected);
-  const auto& writes = program.port.Writes();
-  ASSERT_EQ(writes.size(), expected.size());
-  EXPECT_EQ(writes[0].bytes,
-            "\x02"
-            "D0\x03"
-            "71\r");
-  EXPECT_EQ(writes[1].bytes,
-            "\x02v?\x03"
-            "BB\r");
-  EXPECT_EQ(writes.back().bytes,
-            "\x02"
-            "D1\x03"
-            "C0\r");
-  EXPECT_GT(writes[1].at - writes[0].at, 250);
-  EXPECT_GT(writes[2].at - writes[1].at, 250);
-  for (std::size_t i = 3; i + 1 < writes.size(); ++i)
-    EXPECT_GT(writes[i].at - writes[i - 1].at, 50) << expected[i];
-  EXPECT_GT(writes.back().at - writes[writes.size() - 2].at, 300);
-}
+using WholeProgramTest = StreamingTest;
 
-TEST(WholeProgram, ShowsWhatTheMeterSends) {
-  Program program(MeterAt(38400));
-  ASSERT_TRUE(program.StartStreaming());
+// The frames and their pacing are pinned at the link.
+TEST_F(WholeProgramTest, StartSearchesAndShowsWhatTheMeterSends) {
+  program.RunFor(100);
+  EXPECT_EQ(program.Commands(),
+            (std::vector<std::string>{"D0", "v?", "D0", "B?", "b?", "U?", "W?", "w?", "C?", "I?",
+                                      "l?", "L?", "M?", "P?", "R?", "S?", "T?", "t?", "V?", "D1"}));
+  EXPECT_EQ(program.port.Writes()[1].bytes, "\x02v?\x03\x42\x42\r");
   program.line.Meter.SetPower(1000, 40);
   program.RunFor(3000);
-  EXPECT_EQ(program.Fwd(), "960");
-  EXPECT_EQ(program.Ref(), "40");
-  EXPECT_EQ(program.Ratio(), "1.50");
+  EXPECT_EQ(program.Fwd() + " " + program.Ref() + " " + program.Ratio(), "960 40 1.50");
   EXPECT_GT(program.Lit(program.orvane->Meter().forward), 20);
   EXPECT_EQ(program.orvane->Meter().lblPort->Caption(), "2");
   program.line.Meter.SetPower(0, 0);
   program.RunFor(4000);
-  EXPECT_EQ(program.Fwd(), "0");
-  EXPECT_EQ(program.Ratio(), "");
+  EXPECT_EQ(program.Fwd() + " " + program.Ratio(), "0 ");
   EXPECT_EQ(program.Lit(program.orvane->Meter().forward), 0);
 }
 
 TEST(WholeProgram, FindsAMeterAtEachOfItsSpeeds) {
   for (const int baud : {38400, 19200, 9600}) {
-    sim::MeterOptions options;
-    options.Baud = baud;
-    Program program(options);
+    Program program(MeterAt(baud));
     ASSERT_TRUE(program.StartStreaming()) << baud;
     EXPECT_EQ(program.orvane->Settings().BaudRate, std::to_string(baud));
   }
@@ -74,9 +44,7 @@ TEST(WholeProgram, ASecondCopySaysSoAndTouchesNothing) {
   EXPECT_FALSE(program.desktop.Tray().Shown());
 }
 
-TEST(WholeProgram, ClosingStopsTheStreamAndKeepsTheSettings) {
-  Program program(MeterAt(38400));
-  ASSERT_TRUE(program.StartStreaming());
+TEST_F(WholeProgramTest, ClosingStopsTheStreamAndKeepsTheSettings) {
   EXPECT_TRUE(program.desktop.Tray().Shown());
   EXPECT_EQ(program.desktop.Tray().Tip(), "Orvane Lite For Quorran");
   program.desktop.Main()->MoveTo({3000, 1500});
@@ -95,7 +63,7 @@ TEST(WholeProgram, ClosingStopsTheStreamAndKeepsTheSettings) {
 
 TEST(WholeProgram, ClosingWithoutAPortSkipsTheLink) {
   Program program(MeterAt(38400));
-  ASSERT_TRUE(program.files.Replace(program.SettingsPath(), "[METER-SETTINGS]\r\nCOMM-PORT=0\r\n"));
+  program.PutSettings("[METER-SETTINGS]\r\nCOMM-PORT=0\r\n");
   ASSERT_TRUE(program.Start());
   program.RunFor(1500);
   ASSERT_EQ(program.desktop.boxes.size(), 1U);
@@ -105,45 +73,29 @@ TEST(WholeProgram, ClosingWithoutAPortSkipsTheLink) {
   EXPECT_TRUE(program.Close());
   EXPECT_LT(program.time.Now() - before, 400);
   EXPECT_TRUE(program.port.Writes().empty());
-  EXPECT_NE(program.SettingsText().find("FORM-TOP=100"), std::string::npos);
-}
-
-TEST(WholeProgram, SavedRangesComeBackWithTheMeter) {
-  Program program(MeterAt(38400));
-  ASSERT_TRUE(
-      program.files.Replace(program.SettingsPath(), "[USER-SETTINGS]\r\nF-PWR-INDEX=4\r\nR-PWR-INDEX=2\r\n"));
-  ASSERT_TRUE(program.StartStreaming());
-  EXPECT_EQ(program.orvane->Meter().forward.lblScale[2]->Caption(), "1000");
-  EXPECT_EQ(program.orvane->Meter().reflected.lblScale[2]->Caption(), "50");
+  EXPECT_TRUE(program.Keeps("FORM-TOP=100"));
 }
 
 TEST(WholeProgram, PositionsOutsideTheScreenGoToTheDefault) {
-  struct Row {
-    const char* left;
-    const char* top;
-    Point place;
-  };
   // A screen of 28800 x 16200 twips, a window 9600 wide.
-  const Row rows[] = {{"-1", "200", {100, 200}},
-                      {"19200", "15700", {19200, 15700}},
-                      {"19201", "0", {100, 0}},
-                      {"500", "15701", {500, 100}},
-                      {"0", "-5", {0, 100}}};
-  for (const Row& row : rows) {
+  const std::tuple<std::string, std::string, Point> rows[] = {{"-1", "200", {100, 200}},
+                                                              {"19200", "15700", {19200, 15700}},
+                                                              {"19201", "0", {100, 0}},
+                                                              {"500", "15701", {500, 100}},
+                                                              {"0", "-5", {0, 100}}};
+  for (const auto& [left, top, expected] : rows) {
     Program program(MeterAt(38400));
-    ASSERT_TRUE(program.files.Replace(
-        program.SettingsPath(),
-        std::string("[USER-SETTINGS]\r\nFORM-LEFT=") + row.left + "\r\nFORM-TOP=" + row.top + "\r\n"));
+    program.PutSettings("[USER-SETTINGS]\r\nFORM-LEFT=" + left + "\r\nFORM-TOP=" + top + "\r\n");
     ASSERT_TRUE(program.Start());
     const Rect place = program.desktop.Main()->Bounds();
-    EXPECT_EQ((Point{place.left, place.top}), row.place) << row.left << ", " << row.top;
+    EXPECT_EQ((Point{place.left, place.top}), expected) << left << ", " << top;
   }
 }
 
 TEST(WholeProgram, ASettingThatIsNoNumberIsNamedOnceAndTheFileIsLeftAlone) {
   Program program(MeterAt(38400));
   const std::string text = "[USER-SETTINGS]\r\nFORM-TOP=abc\r\nFORM-LEFT=700\r\n";
-  ASSERT_TRUE(program.files.Replace(program.SettingsPath(), text));
+  program.PutSettings(text);
   ASSERT_TRUE(program.Start());
   ASSERT_EQ(program.desktop.boxes.size(), 1U);
   EXPECT_NE(program.desktop.boxes[0].text.find("FORM-TOP"), std::string::npos);
@@ -153,26 +105,7 @@ TEST(WholeProgram, ASettingThatIsNoNumberIsNamedOnceAndTheFileIsLeftAlone) {
   EXPECT_EQ(program.SettingsText(), text);
 }
 
-// The box is open for ten seconds; the lines that come meanwhile are shown as they come.
-TEST(WholeProgram, ReadingsGoOnWhileABoxIsOpen) {
-  Program program(MeterAt(38400));
-  ASSERT_TRUE(program.StartStreaming());
-  program.line.Meter.SetPower(100, 0);
-  program.RunFor(2000);
-  program.line.Meter.SetPower(700, 0);
-  program.desktop.box_ms = 5000;
-  std::string shown;
-  program.time.Post(EventKind::kTimer, 0, [&] {
-    program.desktop.ShowMessageBox("any", "any", BoxStyle::kPlain);
-    shown = program.Fwd();
-  });
-  program.RunFor(6000);
-  EXPECT_EQ(shown, "700");
-}
-
-TEST(WholeProgram, AFramingErrorSearchesAgainOnceAndStreamsOn) {
-  Program program(MeterAt(38400));
-  ASSERT_TRUE(program.StartStreaming());
+TEST_F(WholeProgramTest, AFramingErrorSearchesAgainOnceAndStreamsOn) {
   program.RunFor(1000);
   for (int i = 0; i < 20; ++i)
     program.port.Raise(CommEvent::kFrame);
@@ -180,9 +113,8 @@ TEST(WholeProgram, AFramingErrorSearchesAgainOnceAndStreamsOn) {
   EXPECT_EQ(program.Status(), "Re-Synching");
   EXPECT_EQ(program.orvane->Meter().lblShowStatus->ForeColor(), 255U);
   program.RunFor(10000);
-  const auto commands = program.Commands();
-  EXPECT_EQ(std::count(commands.begin(), commands.end(), "v?"), 2);
-  EXPECT_EQ(commands.back(), "D1");
+  EXPECT_EQ(program.Count("v?"), 2);
+  EXPECT_EQ(program.Commands().back(), "D1");
   program.line.Meter.SetPower(50, 0);
   program.RunFor(3000);
   EXPECT_EQ(program.Fwd(), "50");
@@ -202,16 +134,6 @@ TEST(WholeProgram, TenFailedAttemptsAskTheOperatorOnce) {
   EXPECT_EQ(program.desktop.boxes[0].style, BoxStyle::kOkCancel);
   EXPECT_TRUE(program.orvane->Link().Flags().SearchAbandoned);
   EXPECT_TRUE(program.Close());
-}
-
-TEST(WholeProgram, ModeReportedByTheMeterIsTakenOver) {
-  Program program(MeterAt(38400));
-  ASSERT_TRUE(program.StartStreaming());
-  ASSERT_TRUE(program.line.Meter.ChangeAtMeter("M2"));
-  program.line.Pump();
-  program.RunFor(100);
-  EXPECT_EQ(program.orvane->Meter().shpMode[2]->FillStyle(), Shape::kSolid);
-  EXPECT_EQ(program.orvane->Meter().shpMode[0]->FillStyle(), Shape::kTransparent);
 }
 
 TEST(WholeProgram, RunsOverTheEndsOfTheTickCount) {
