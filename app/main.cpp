@@ -7,6 +7,7 @@
 #include "platform/win32/profile_store.h"
 #include "platform/win32/serial_port.h"
 #include "platform/win32/shell.h"
+#include "platform/win32/system_info.h"
 #include "platform/win32/window_system.h"
 #include "window/orvane.h"
 
@@ -22,7 +23,8 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   orvane::Win32SingleInstance instance;
   orvane::Win32Shell shell;
   orvane::Win32ClientWindows clients(windows);
-  orvane::Platform platform{clock, pump, port, profiles, files, windows, instance, shell, clients};
+  orvane::Win32SystemInfo system;
+  orvane::Platform platform{clock, pump, port, profiles, files, windows, instance, shell, clients, system};
 
   orvane::Orvane program(platform);
   program.Form_Load();

@@ -6,6 +6,7 @@
 #include "platform/profile_store.h"
 #include "platform/serial_port.h"
 #include "platform/shell.h"
+#include "platform/system_info.h"
 #include "platform/window_system.h"
 
 namespace orvane {
@@ -21,6 +22,7 @@ struct Platform {
   SingleInstance& instance;
   Shell& shell;
   ClientWindows& clients;
+  SystemInfo& system;
 };
 
 }  // namespace orvane

@@ -24,18 +24,6 @@ bool IsFile(const std::string& path) {
   return attributes != kNoFile && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
-std::wstring ModulePath() {
-  std::wstring path(MAX_PATH, L'\0');
-  for (;;) {
-    const DWORD length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-    if (length < path.size()) {
-      path.resize(length);
-      return path;
-    }
-    path.resize(path.size() * 2);
-  }
-}
-
 std::wstring ShortPath(const std::wstring& path) {
   std::wstring name(::GetShortPathNameW(path.c_str(), nullptr, 0), L'\0');
   if (name.empty()) return path;
@@ -70,6 +58,18 @@ bool CopyToDisk(const std::string& from, const std::string& to) {
 }
 
 }  // namespace
+
+std::wstring ModulePath() {
+  std::wstring path(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    if (length < path.size()) {
+      path.resize(length);
+      return path;
+    }
+    path.resize(path.size() * 2);
+  }
+}
 
 std::string Win32Files::ProgramFolder() {
   if (!program_folder_.empty()) return program_folder_;

@@ -2,6 +2,8 @@
 
 #include "platform/profile_store.h"
 
+#include <string>
+
 namespace orvane {
 
 /// Files on the real system. Paths are bytes in the system's code page, as the private-profile calls take
@@ -22,5 +24,8 @@ class Win32Files final : public Files {
  private:
   std::string program_folder_;
 };
+
+/// The whole path of the program's own file.
+std::wstring ModulePath();
 
 }  // namespace orvane

@@ -6,6 +6,7 @@
 #include "platform/headless/profile_store.h"
 #include "platform/headless/serial_port.h"
 #include "platform/headless/shell.h"
+#include "platform/headless/system_info.h"
 #include "platform/headless/virtual_time.h"
 #include "tests/support/simulated_line.h"
 #include "tests/support/temp_folder.h"
@@ -127,7 +128,8 @@ class Program {
   HeadlessInstance instance;
   HeadlessShell shell;
   HeadlessClientWindows clients;
-  Platform platform{time, time, port, profiles, files, desktop, instance, shell, clients};
+  HeadlessSystemInfo system;
+  Platform platform{time, time, port, profiles, files, desktop, instance, shell, clients, system};
   SimulatedLine line;
   std::unique_ptr<Orvane> orvane;
 
