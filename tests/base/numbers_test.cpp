@@ -3,6 +3,7 @@
 #include "base/numeric_text.h"
 #include "base/runtime_error.h"
 #include "base/text.h"
+#include "tests/support/fault_of.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -10,22 +11,8 @@
 namespace orvane {
 namespace {
 
-Fault FaultOf(const std::function<void()>& step) {
-  try {
-    step();
-  } catch (const RuntimeError& error) {
-    return error.fault();
-  }
-  return Fault{0};
-}
-
 TEST(NumberFormat, WritesWhatAReaderExpects) {
-  struct Row {
-    const char* picture;
-    double value;
-    const char* text;
-  };
-  const Row rows[] = {
+  const std::tuple<const char*, double, const char*> rows[] = {
       {"###0", 0, "0"},           {"###0", 1250, "1250"},
       {"###0", -5, "-5"},         {"###0", 12.6, "13"},
       {"###0", 12.5, "13"},       {"###0", -12.5, "-13"},
@@ -42,25 +29,22 @@ TEST(NumberFormat, WritesWhatAReaderExpects) {
       {"#.##", 0, "."},           {"###0", 2147483647, "2147483647"},
       {"#0.00", -0.004, "0.00"},  {"#0.00", -0.005, "-0.01"},
   };
-  for (const Row& row : rows) {
-    EXPECT_EQ(NumberFormat{row.picture}.Write(row.value), row.text) << row.picture << " of " << row.value;
-  }
-}
-
-TEST(NumberFormat, RefusesWhatIsNoNumber) {
+  for (const auto& [picture, value, text] : rows)
+    EXPECT_EQ(NumberFormat{picture}.Write(value), text) << picture << " of " << value;
   EXPECT_EQ(FaultOf([] { (void)kWattsFormat.Write(std::numeric_limits<double>::quiet_NaN()); }),
             Fault::kTypeMismatch);
   EXPECT_EQ(FaultOf([] { (void)kWattsFormat.Write(1e30); }), Fault::kOverflow);
 }
 
 TEST(Rounding, TiesGoToEvenAndOverflowsAreFaults) {
-  EXPECT_EQ(RoundToInt16(2.5), 2);
-  EXPECT_EQ(RoundToInt16(3.5), 4);
-  EXPECT_EQ(RoundToInt16(-2.5), -2);
-  EXPECT_EQ(RoundToInt16(-3.5), -4);
-  EXPECT_EQ(RoundToInt16(45.9), 46);
-  EXPECT_EQ(RoundToInt16(32767.5 - 0.01), 32767);
-  EXPECT_EQ(RoundToInt16(-32768.5), -32768);
+  for (const auto& [value, rounded] : {std::pair{2.5, 2},
+                                       {3.5, 4},
+                                       {-2.5, -2},
+                                       {-3.5, -4},
+                                       {45.9, 46},
+                                       {32767.49, 32767},
+                                       {-32768.5, -32768}})
+    EXPECT_EQ(RoundToInt16(value), rounded);
   EXPECT_EQ(FaultOf([] { (void)RoundToInt16(32767.5); }), Fault::kOverflow);
   EXPECT_EQ(FaultOf([] { (void)RoundToInt16(std::numeric_limits<double>::quiet_NaN()); }), Fault::kOverflow);
   EXPECT_EQ(FaultOf([] { (void)RoundToInt32(2147483648.0); }), Fault::kOverflow);
@@ -84,9 +68,6 @@ TEST(NumericText, TellsNumbersFromTexts) {
     EXPECT_EQ(NumberOf(text), std::nullopt) << text;
   }
   EXPECT_EQ(FaultOf([] { (void)NumberOf("1e999"); }), Fault::kOverflow);
-}
-
-TEST(NumericText, FaultsSayWhatIsWrong) {
   EXPECT_EQ(Int16Of("2.5"), 2);
   EXPECT_EQ(FaultOf([] { (void)Int16Of("32768"); }), Fault::kOverflow);
   EXPECT_EQ(FaultOf([] { (void)Int16Of("abc"); }), Fault::kTypeMismatch);
@@ -105,12 +86,10 @@ TEST(NumericText, SwitchesAreWordsOrNumbers) {
 }
 
 TEST(Text, SplitKeepsEmptyPieces) {
-  EXPECT_EQ(Split("", ',').size(), 0U);
-  EXPECT_EQ(Split(",", ',').size(), 2U);
-  const auto pieces = Split("D,1,,2", ',');
-  ASSERT_EQ(pieces.size(), 4U);
-  EXPECT_EQ(pieces[2], "");
-  EXPECT_EQ(pieces[3], "2");
+  using Pieces = std::vector<std::string_view>;
+  EXPECT_EQ(Split("", ','), Pieces{});
+  EXPECT_EQ(Split(",", ','), (Pieces{"", ""}));
+  EXPECT_EQ(Split("D,1,,2", ','), (Pieces{"D", "1", "", "2"}));
 }
 
 TEST(Text, SearchFoldsAsciiLettersOnly) {

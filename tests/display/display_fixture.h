@@ -5,6 +5,7 @@
 #include "link/meter_lists.h"
 #include "platform/headless/desktop.h"
 #include "platform/headless/virtual_time.h"
+#include "tests/support/meter_text.h"
 #include "window/face_builder.h"
 
 #include <gtest/gtest.h>
@@ -40,10 +41,6 @@ class DisplayTest : public testing::Test {
   const std::string& Fwd() const { return controls.forward.dbxPower->digitdisplay(); }
   const std::string& Ref() const { return controls.reflected.dbxPower->digitdisplay(); }
   const std::string& Ratio() const { return controls.dbxVSWR->digitdisplay(); }
-  static std::string Labels(const GraphControls& graph) {
-    return graph.lblScale[0]->Caption() + "|" + graph.lblScale[1]->Caption() + "|" +
-           graph.lblScale[2]->Caption();
-  }
 
   VirtualTime time;
   HeadlessDesktop desktop{time};

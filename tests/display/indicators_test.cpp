@@ -14,40 +14,27 @@ class IndicatorsTest : public DisplayTest {
     return light.CurrentPicture() == controls.imgLed[2] ? '.' : '?';
   }
   std::string Lights() const { return {Light(*controls.imgRx), Light(*controls.imgTx)}; }
-  /// SWR, power and reset lamp: '*' lit, '.' dark.
-  std::string Lamps() const {
-    std::string lamps;
-    for (const Shape* lamp :
-         {controls.shpSWRAlarm.get(), controls.shpPowerAlarm.get(), controls.shpResetAlarm.get()})
-      lamps += lamp->FillStyle() == Shape::kSolid ? '*' : '.';
-    return lamps;
-  }
   ActivityLights lights{desktop, time, controls};
   StatusLine status{desktop, time, *controls.lblShowStatus};
 };
 
 TEST_F(IndicatorsTest, LampsAreLitByExactlyTrue) {
-  struct Row {
-    Bool16 swr, power;
-    const char* lamps;
-  };
-  for (const Row& row : {Row{kTrue, kFalse, "*.*"},
-                         {kFalse, kTrue, ".**"},
-                         {kTrue, kTrue, "***"},
-                         {kFalse, kFalse, "..."},
-                         {Bool16{1}, Bool16{2}, "..."}}) {
-    meter.SWRAlarm = row.swr;
-    meter.PwrAlarm = row.power;
-    display.Lamps().ShowAlarmLamps();
-    EXPECT_EQ(Lamps(), row.lamps) << row.swr << ", " << row.power;
+  const std::tuple<Bool16, Bool16, const char*> rows[] = {{kTrue, kFalse, "*.*"},
+                                                          {kFalse, kTrue, ".**"},
+                                                          {kTrue, kTrue, "***"},
+                                                          {kFalse, kFalse, "..."},
+                                                          {Bool16{1}, Bool16{2}, "..."}};
+  for (const auto& [swr, power, lamps] : rows) {
+    for (const std::int16_t each : {kFastMode, kDipMode}) {
+      display.Lamps().Reset();
+      EXPECT_EQ(Lamps(controls), "...") << "whatever the meter said";
+      mode.Choose(each);
+      meter.SWRAlarm = swr;
+      meter.PwrAlarm = power;
+      Line(1, 0, 1.5F);
+      EXPECT_EQ(Lamps(controls), lamps) << swr << ", " << power << ", mode " << each;
+    }
   }
-}
-
-TEST_F(IndicatorsTest, ResetPutsTheLampsOutWhateverTheMeterSaid) {
-  meter.SWRAlarm = meter.PwrAlarm = kTrue;
-  display.Lamps().ShowAlarmLamps();
-  display.Lamps().Reset();
-  EXPECT_EQ(Lamps(), "...");
 }
 
 TEST_F(IndicatorsTest, OnAndOffAreDifferentPicturesAsLargeAsTheLight) {
@@ -60,33 +47,19 @@ TEST_F(IndicatorsTest, OnAndOffAreDifferentPicturesAsLargeAsTheLight) {
   EXPECT_EQ(controls.imgLed[3]->pixels[6 * 12 + 6] >> 24, 255U);
 }
 
-TEST_F(IndicatorsTest, ALightStaysUntilATenthOfASecondAfterTheLastBurst) {
+TEST_F(IndicatorsTest, ALightStaysUntilATenthOfASecondAfterItsLastBurst) {
   lights.Reset();
   EXPECT_EQ(Lights(), "..");
   lights.ShowRx();
   time.RunFor(60);
   EXPECT_EQ(Lights(), "*.");
   lights.ShowRx();
-  for (int ms = 1; ms < 100; ++ms) {
-    time.RunFor(1);
-    ASSERT_EQ(Lights(), "*.") << ms;
-  }
-  time.RunFor(1);
-  EXPECT_EQ(Lights(), "..");
-  time.RunFor(1000);
-  EXPECT_EQ(Lights(), "..");
-}
-
-TEST_F(IndicatorsTest, TheLightsDoNotTouchEachOther) {
-  lights.Reset();
-  lights.ShowRx();
   time.RunFor(60);
   lights.ShowTx();
-  EXPECT_EQ(Lights(), "**");
-  time.RunFor(40);
-  EXPECT_EQ(Lights(), ".*");
-  time.RunFor(60);
-  EXPECT_EQ(Lights(), "..");
+  for (const auto& [ms, seen] : {std::pair{39, "**"}, {1, ".*"}, {59, ".*"}, {1, ".."}, {1000, ".."}}) {
+    time.RunFor(ms);
+    EXPECT_EQ(Lights(), seen);
+  }
 }
 
 TEST_F(IndicatorsTest, ALightThatIsOnIsNotPaintedAgainForEachBurst) {
@@ -105,54 +78,38 @@ TEST_F(IndicatorsTest, ALightThatIsOnIsNotPaintedAgainForEachBurst) {
 }
 
 TEST_F(IndicatorsTest, AStatusStaysFiveSecondsAfterTheTimerWasLastStarted) {
-  struct Write {
-    std::int64_t at;
-    const char* text;  ///< null starts the timer alone
-    bool alert;
-  };
   struct Row {
     const char* what;
-    std::vector<Write> writes;
+    std::vector<std::pair<std::int64_t, const char*>> writes;  // null starts the timer alone, '!' is urgent
     std::int64_t blank_at;
   };
-  const Row rows[] = {{"one text", {{0, "a", false}}, 5000},
-                      {"one alert", {{0, "a", true}}, 5000},
-                      {"a text while the timer runs", {{0, "a", false}, {4000, "b", false}}, 9000},
-                      {"an alert while the timer runs", {{0, "a", false}, {4999, "b", true}}, 9999},
-                      {"the timer alone", {{0, "a", false}, {3000, nullptr, false}}, 8000}};
+  const Row rows[] = {{"one text", {{0, "a"}}, 5000},
+                      {"one alert", {{0, "!a"}}, 5000},
+                      {"a text while the timer runs", {{0, "a"}, {4000, "b"}}, 9000},
+                      {"an alert while the timer runs", {{0, "a"}, {4999, "!b"}}, 9999},
+                      {"the timer alone", {{0, "a"}, {3000, nullptr}}, 8000}};
   for (const Row& row : rows) {
     const std::int64_t start = time.Now();
     std::string expected;
-    for (const Write& write : row.writes) {
-      time.RunFor(start + write.at - time.Now());
+    for (const auto& [at, text] : row.writes) {
+      time.RunFor(start + at - time.Now());
       EXPECT_EQ(controls.lblShowStatus->Caption(), expected) << row.what;
-      if (write.text != nullptr) {
-        expected = write.text;
-        if (write.alert) {
-          status.ShowAlert(write.text);
-        } else {
-          status.Show(write.text);
-        }
+      if (text != nullptr && *text == '!') {
+        status.ShowAlert(expected = text);
+        EXPECT_EQ(controls.lblShowStatus->ForeColor(), 255U) << row.what;
+        EXPECT_NE(controls.lblShowStatus->look().back, kStatusGround) << "red is not read on the pale ground";
+      } else {
+        if (text != nullptr) status.Show(expected = text);
+        status.StartClearTimer();
       }
-      status.StartClearTimer();
     }
     time.RunFor(start + row.blank_at - 1 - time.Now());
     EXPECT_EQ(controls.lblShowStatus->Caption(), expected) << row.what;
     time.RunFor(1);
     EXPECT_EQ(controls.lblShowStatus->Caption(), "") << row.what;
     EXPECT_EQ(controls.lblShowStatus->ForeColor(), MakeColor(0, 0, 128)) << row.what;
+    EXPECT_EQ(controls.lblShowStatus->look().back, kStatusGround) << row.what;
   }
-}
-
-TEST_F(IndicatorsTest, AnAlertIsRedAndItsTimerStartsByItself) {
-  EXPECT_EQ(controls.lblShowStatus->ForeColor(), MakeColor(0, 0, 128));
-  status.ShowAlert("Overrun");
-  EXPECT_EQ(controls.lblShowStatus->ForeColor(), 255U);
-  EXPECT_NE(controls.lblShowStatus->look().back, kStatusGround) << "red cannot be read on the pale ground";
-  time.RunFor(5000);
-  EXPECT_EQ(controls.lblShowStatus->Caption(), "");
-  EXPECT_EQ(controls.lblShowStatus->ForeColor(), MakeColor(0, 0, 128));
-  EXPECT_EQ(controls.lblShowStatus->look().back, kStatusGround);
 }
 
 class ModePanelTest : public DisplayTest {
@@ -161,51 +118,35 @@ class ModePanelTest : public DisplayTest {
     panel.SendCommand = [this](std::string_view command) { heard.push_back(std::string(command)); };
     panel.ShowVSWRMode = [this](bool dip) { layouts.push_back(dip); };
   }
-  std::string Markers() const {
-    std::string markers;
-    for (const auto& marker : controls.shpMode)
-      markers += marker->FillStyle() == Shape::kSolid ? '*' : '.';
-    return markers;
-  }
   ModePanel panel{controls, mode};
   std::vector<std::string> heard;
   std::vector<bool> layouts;
 };
 
 TEST_F(ModePanelTest, AChosenModeIsSentMarkedAndInForceAtOnce) {
-  EXPECT_EQ(Markers(), "*...");
-  struct Row {
-    std::int16_t index;
-    const char* command;
-    const char* markers;
-    bool dip;
-  };
-  for (const Row& row : {Row{2, "2M", "..*.", false},
-                         {3, "3M", "...*", true},
-                         {0, "0M", "*...", false},
-                         {1, "1M", ".*..", false}}) {
+  EXPECT_EQ(Markers(controls), "*...");
+  const std::tuple<std::int16_t, const char*, const char*, bool> rows[] = {
+      {2, "2M", "..*.", false}, {3, "3M", "...*", true}, {0, "0M", "*...", false}, {1, "1M", ".*..", false}};
+  for (const auto& [index, command, markers, dip] : rows) {
     heard.clear();
     layouts.clear();
-    panel.Choose(row.index);
-    EXPECT_EQ(heard, (std::vector<std::string>{row.command}));
-    EXPECT_EQ(Markers(), row.markers);
-    EXPECT_EQ(layouts, (std::vector<bool>{row.dip}));
-    EXPECT_EQ(mode.mode, row.index);
-    EXPECT_EQ(mode.HoldTime, HoldTimes[static_cast<std::size_t>(row.index)]);
-    panel.Choose(row.index);
-    EXPECT_EQ(heard.size(), 1U) << "the mode in force does nothing";
+    for (int i = 0; i < 2; ++i) {  // the mode in force does nothing
+      panel.Choose(index);
+      EXPECT_EQ(heard, (std::vector<std::string>{command}));
+      EXPECT_EQ(Markers(controls), markers);
+      EXPECT_EQ(layouts, (std::vector<bool>{dip}));
+      EXPECT_EQ(mode.mode, index);
+      EXPECT_EQ(mode.HoldTime, HoldTimes[static_cast<std::size_t>(index)]);
+    }
   }
 }
 
 TEST_F(ModePanelTest, AReportedModeIsFollowedWithoutAWord) {
-  panel.Follow(3);
-  EXPECT_EQ(Markers(), "...*");
-  EXPECT_EQ(mode.HoldTime, HoldTimes[3]);
-  EXPECT_EQ(layouts, (std::vector<bool>{true}));
-  panel.Follow(3);
-  EXPECT_EQ(layouts.size(), 1U);
-  panel.Follow(1);
-  EXPECT_EQ(Markers(), ".*..");
+  for (const std::int16_t index : {kDipMode, kDipMode, kMediumMode}) {
+    panel.Follow(index);
+    EXPECT_EQ(Markers(controls), index == kDipMode ? "...*" : ".*..");
+    EXPECT_EQ(mode.HoldTime, HoldTimes[static_cast<std::size_t>(index)]);
+  }
   EXPECT_EQ(layouts, (std::vector<bool>{true, false}));
   EXPECT_TRUE(heard.empty());
 }

@@ -33,14 +33,19 @@ class ControlsTest : public testing::Test {
 TEST_F(ControlsTest, EqualValuesOfALabelCostNothing) {
   Label label(desktop, form, kPlace, {{}, kRed, Align::kLeft, std::nullopt}, "text");
   const HeadlessWindow& window = *Last().window;
-  EXPECT_EQ(Cost(window, [&] { label.SetCaption("text"); }), 0);
-  EXPECT_EQ(Cost(window, [&] { label.SetForeColor(kRed); }), 0);
-  EXPECT_EQ(Cost(window, [&] { label.SetCaption("other"); }), 1);
-  EXPECT_EQ(window.Text(), "other");
-  EXPECT_EQ(Cost(window, [&] { label.SetForeColor(kGreen); }), 1);
-  EXPECT_EQ(Cost(window, [&] { label.SetColors(kGreen, kRed); }), 1);
-  EXPECT_EQ(Cost(window, [&] { label.SetColors(kGreen, kRed); }), 0);
-  EXPECT_EQ(Cost(window, [&] { label.SetColors(kRed, kGreen); }), 1) << "both at once";
+  const std::tuple<const char*, Color, int> rows[] = {
+      {"text", kRed, 0}, {"other", kRed, 1}, {"other", kGreen, 1}, {"other", kGreen, 0}};
+  for (const auto& [caption, color, cost] : rows) {
+    EXPECT_EQ(Cost(window,
+                   [&] {
+                     label.SetCaption(caption);
+                     label.SetForeColor(color);
+                   }),
+              cost);
+    EXPECT_EQ(window.Text(), caption);
+  }
+  for (const int cost : {1, 0})
+    EXPECT_EQ(Cost(window, [&] { label.SetColors(kRed, kGreen); }), cost) << "both at once";
 }
 
 TEST_F(ControlsTest, ALabelPaintsItsTextOverItsGround) {
@@ -97,21 +102,22 @@ TEST_F(ControlsTest, OnlyARealChangeOfAShapePaintsItsContainer) {
 }
 
 TEST_F(ControlsTest, AShapeShowsItsColoursByItsStyles) {
-  struct Row {
-    int fill, back;
-    std::uint32_t seen;
-  };
   PictureBox frame(desktop, form, {0, 0, 150, 150});
-  Shape shape(frame, {0, 0, 150, 150},
-              {Shape::Form::kRectangle, kRed, kGreen, MakeColor(0, 0, 9), std::nullopt});
-  for (const Row& row : {Row{Shape::kTransparent, Shape::kOpaque, 0xFF0000},
-                         {Shape::kSolid, Shape::kOpaque, 0x00FF00},
-                         {Shape::kSolid, 0, 0x00FF00},
-                         {Shape::kTransparent, 0, 0x000009}}) {
-    shape.SetFillStyle(row.fill);
-    shape.SetBackStyle(row.back);
-    EXPECT_EQ(Paint(*Last().client, {0, 0}, {0, 0, 10, 10}, 96).pixels[55], row.seen);
+  const auto seen = [this] { return Paint(*Last().client, {0, 0}, {0, 0, 10, 10}, 96).pixels[55]; };
+  {
+    Shape shape(frame, {0, 0, 150, 150},
+                {Shape::Form::kRectangle, kRed, kGreen, MakeColor(0, 0, 9), std::nullopt});
+    const std::tuple<int, int, std::uint32_t> rows[] = {{Shape::kTransparent, Shape::kOpaque, 0xFF0000},
+                                                        {Shape::kSolid, Shape::kOpaque, 0x00FF00},
+                                                        {Shape::kSolid, 0, 0x00FF00},
+                                                        {Shape::kTransparent, 0, 0x000009}};
+    for (const auto& [fill, back, color] : rows) {
+      shape.SetFillStyle(fill);
+      shape.SetBackStyle(back);
+      EXPECT_EQ(seen(), color);
+    }
   }
+  EXPECT_EQ(seen(), 0U) << "a shape that ends is painted no more";
 }
 
 TEST_F(ControlsTest, AShapeMovesIntoAnotherContainerInFrontOfWhatIsThere) {
@@ -139,36 +145,23 @@ TEST_F(ControlsTest, AShapeMovesIntoAnotherContainerInFrontOfWhatIsThere) {
   EXPECT_EQ(seen(at_home, 0), 0xFF0000U);
 }
 
-TEST_F(ControlsTest, AShapeThatEndsIsPaintedNoMore) {
-  PictureBox frame(desktop, form, {0, 0, 150, 150});
-  { const Shape shape(frame, {0, 0, 150, 150}, {Shape::Form::kRectangle, kRed, kRed, kRed, std::nullopt}); }
-  EXPECT_EQ(Paint(*Last().client, {0, 0}, {0, 0, 10, 10}, 96).pixels[55], 0U);
-}
-
-TEST_F(ControlsTest, AControlMovesIntoAnotherContainer) {
+TEST_F(ControlsTest, PlaceContainerAndVisibilityReachTheWindow) {
   PictureBox first(desktop, form, {0, 0, 900, 900});
   PictureBox second(desktop, form, {900, 0, 900, 900});
   const HeadlessWindow* const target = Last().window;
-  Label label(desktop, first, {60, 60, 300, 300}, {}, "text");
+  Label label(desktop, first, kPlace, {}, "text");
+  label.MoveTo(900, 600);
   label.SetContainer(second);
   EXPECT_EQ(Last().window->Container(), target);
-  EXPECT_EQ(Last().window->Place(), (Rect{60, 60, 300, 300}));
-}
-
-TEST_F(ControlsTest, PlaceAndVisibilityReachTheWindow) {
-  Label label(desktop, form, kPlace, {}, "text");
-  label.MoveTo(900, 600);
   EXPECT_EQ(Last().window->Place(), (Rect{900, 600, 600, 300}));
   label.SetVisible(false);
   EXPECT_FALSE(Last().window->Shown());
   label.SetTop(660);
   EXPECT_FALSE(Last().window->Shown()) << "moving does not show it";
-}
-
-TEST_F(ControlsTest, TheFormKeepsThePlaceThatTheUserGaveIt) {
   desktop.Main()->MoveTo({4500, 2250});
   form.SetBounds({0, 0, 3000, 1500});
-  EXPECT_EQ(desktop.Main()->Place(), (Rect{4500, 2250, 3000, 1500}));
+  EXPECT_EQ(desktop.Main()->Place(), (Rect{4500, 2250, 3000, 1500}))
+      << "the form stays where the user put it";
 }
 
 class ButtonTest : public ControlsTest {
@@ -196,40 +189,19 @@ TEST_F(ButtonTest, SaysWhatItIsForAndTheTabKeyStopsAtIt) {
 }
 
 TEST_F(ButtonTest, ActsWhenTheMouseIsPressedAndReleasedOnIt) {
-  const Point inside{300, 150};
-  const Point outside{700, 150};
-  struct Row {
-    const char* what;
-    std::vector<std::pair<MouseAction, Point>> actions;
-    std::size_t clicks;
-  };
-  const Row rows[] = {
-      {"click", {{MouseAction::kDown, inside}, {MouseAction::kUp, inside}}, 1},
-      {"double click",
-       {{MouseAction::kDown, inside},
-        {MouseAction::kUp, inside},
-        {MouseAction::kDoubleClick, inside},
-        {MouseAction::kUp, inside}},
-       2},
-      {"released outside",
-       {{MouseAction::kDown, inside}, {MouseAction::kMove, outside}, {MouseAction::kUp, outside}},
-       0},
-      {"left and came back",
-       {{MouseAction::kDown, inside},
-        {MouseAction::kMove, outside},
-        {MouseAction::kMove, inside},
-        {MouseAction::kUp, inside}},
-       1},
-      {"pressed outside", {{MouseAction::kMove, inside}, {MouseAction::kUp, inside}}, 0}};
-  for (const Row& row : rows) {
+  // d down, u up, D double click, m move; capitals U and M outside the button.
+  for (const auto& [what, expected] : {std::pair{"du", 1}, {"duDu", 2}, {"dMU", 0}, {"dMmu", 1}, {"mu", 0}}) {
     clicks.clear();
-    for (const auto& [action, at] : row.actions)
-      Tell(action, action == MouseAction::kMove ? 0 : kLeftButton, at);
-    EXPECT_EQ(clicks.size(), row.clicks) << row.what;
+    for (const char c : std::string(what)) {
+      const auto action = c == 'd'               ? MouseAction::kDown
+                          : c == 'D'             ? MouseAction::kDoubleClick
+                          : c == 'u' || c == 'U' ? MouseAction::kUp
+                                                 : MouseAction::kMove;
+      Tell(action, action == MouseAction::kMove ? 0 : kLeftButton, {c == 'U' || c == 'M' ? 700 : 300, 150});
+    }
+    EXPECT_EQ(clicks, std::vector<int>(static_cast<std::size_t>(expected), kLeftButton)) << what;
   }
-}
-
-TEST_F(ButtonTest, HandlersHearTheRightButtonByItsNumber) {
+  clicks.clear();
   Tell(MouseAction::kDown, kRightButton);
   Tell(MouseAction::kUp, kRightButton);
   EXPECT_EQ(clicks, (std::vector<int>{kRightButton}));
@@ -257,20 +229,15 @@ TEST_F(ButtonTest, LooksPressedAsLongAsItIs) {
 TEST_F(ButtonTest, SpacePressesWhileHeldAndEnterAtOnce) {
   int presses = 0;
   button.MouseDown = [&](const MouseEvent&) { ++presses; };
-  Strike(Key::kSpace, true);
-  EXPECT_TRUE(taken);
-  Strike(Key::kSpace, true);  // a held key comes again and again
-  EXPECT_TRUE(clicks.empty());
-  EXPECT_EQ(presses, 1);
-  Strike(Key::kSpace, false);
-  EXPECT_EQ(clicks, (std::vector<int>{kLeftButton}));
-  Strike(Key::kSpace, false);
-  EXPECT_EQ(clicks.size(), 1U) << "it was not pressed here";
-  Strike(Key::kEnter, true);
-  EXPECT_TRUE(taken);
-  EXPECT_EQ(clicks.size(), 2U);
-  Strike(Key::kEnter, false);
-  EXPECT_EQ(clicks.size(), 2U);
+  const std::tuple<Key, bool, std::size_t> rows[] = {
+      {Key::kSpace, true, 0},  {Key::kSpace, true, 0},  // a held key comes again and again
+      {Key::kSpace, false, 1}, {Key::kSpace, false, 1}, {Key::kEnter, true, 2}, {Key::kEnter, false, 2}};
+  for (const auto& [key, down, expected] : rows) {
+    Strike(key, down);
+    EXPECT_TRUE(taken || !down);
+    EXPECT_EQ(clicks, std::vector<int>(expected, kLeftButton));
+    EXPECT_TRUE(presses == 1 || key == Key::kEnter);
+  }
 }
 
 TEST_F(ButtonTest, OtherKeysGoToTheHandlerAndFurther) {

@@ -20,39 +20,31 @@ class ClientDataTest : public testing::Test {
 };
 
 TEST_F(ClientDataTest, TheTextIsTheNumberAndANul) {
-  const std::pair<std::int32_t, std::string> rows[] = {
-      {1250, "1250"},
-      {7, "7"},
-      {0, "0"},
-      {-5, "-5"},
-      {std::numeric_limits<std::int32_t>::min(), "-2147483648"},
-      {3, "3"}};
-  for (const auto& [value, text] : rows) {
+  for (const auto& [value, text] : {std::pair{1250, "1250"},
+                                    {7, "7"},
+                                    {-5, "-5"},
+                                    {std::numeric_limits<std::int32_t>::min(), "-2147483648"},
+                                    {0, "0"}}) {
     Send(value);
     ASSERT_FALSE(windows.messages.empty());
-    EXPECT_EQ(windows.messages.back().data, text + '\0');
+    EXPECT_EQ(windows.messages.back().data, text + std::string(1, '\0'));
     EXPECT_EQ(windows.messages.back().tag, 14300U);
   }
   EXPECT_EQ(client.LastResult(), 1);
 }
 
 TEST_F(ClientDataTest, TheClientIsLookedUpForEveryReading) {
-  windows.open = false;
-  Send(1);
-  EXPECT_EQ(client.ClientWnd(), 0U);
-  EXPECT_EQ(client.Text(), "1");
-  windows.open = true;
-  Send(2);
-  windows.open = false;
-  Send(3);
+  for (const bool open : {false, true, false}) {
+    windows.open = open;
+    Send(1);
+    EXPECT_EQ(client.ClientWnd() != 0, open);
+  }
   EXPECT_EQ(windows.messages.size(), 1U);
   EXPECT_EQ(windows.lookups, 3);
-}
-
-TEST_F(ClientDataTest, NoCaptionMeansNoClient) {
+  windows.open = true;
   windows.caption = "";
   client.SendClientData(1, "", 14300);
-  EXPECT_TRUE(windows.messages.empty());
+  EXPECT_EQ(windows.messages.size(), 1U) << "no caption means no client";
 }
 
 TEST_F(ClientDataTest, AHangingClientIsLeftAloneLongerAndLongerUntilItAnswers) {
@@ -90,12 +82,12 @@ TEST_F(ClientDataTest, AReadingThatComesWhileTheClientIsBusyDoesNotEnterTheSend)
 }
 
 TEST_F(ClientDataTest, AClientBehindAWallIsNotedAndTriedOn) {
-  windows.answer.outcome = ClientWindows::Outcome::kUnreachable;
-  Send(1);
-  EXPECT_FALSE(client.Reachable());
-  windows.answer.outcome = ClientWindows::Outcome::kAnswered;
-  Send(2);
-  EXPECT_TRUE(client.Reachable());
+  for (const bool reachable : {false, true}) {
+    windows.answer.outcome =
+        reachable ? ClientWindows::Outcome::kAnswered : ClientWindows::Outcome::kUnreachable;
+    Send(1);
+    EXPECT_EQ(client.Reachable(), reachable);
+  }
 }
 
 }  // namespace

@@ -10,19 +10,12 @@ namespace {
 constexpr Color kWhite = MakeColor(255, 255, 255);
 
 TEST(Twips, AreRoundedToTheNearestPixelOnBothSidesOfZero) {
-  struct Row {
-    int twips, pixels_per_inch, pixels;
-  };
-  const Row rows[] = {{0, 96, 0},   {7, 96, 0},   {8, 96, 1},      {15, 96, 1},
-                      {-7, 96, 0},  {-8, 96, -1}, {9600, 96, 640}, {6, 120, 1},
-                      {5, 120, 0},  {30, 120, 3}, {-6, 120, 0},    {-7, 120, -1},
-                      {60, 120, 5}, {60, 144, 6}, {-60, 120, -5},  {1440, 96, 96}};
-  for (const Row& row : rows)
-    EXPECT_EQ(ToPixels(row.twips, row.pixels_per_inch), row.pixels)
-        << row.twips << " at " << row.pixels_per_inch;
-}
-
-TEST(Twips, APixelSurvivesTheWayToTwipsAndBack) {
+  const std::tuple<int, int, int> rows[] = {{0, 96, 0},   {7, 96, 0},   {8, 96, 1},      {15, 96, 1},
+                                            {-7, 96, 0},  {-8, 96, -1}, {9600, 96, 640}, {6, 120, 1},
+                                            {5, 120, 0},  {30, 120, 3}, {-6, 120, 0},    {-7, 120, -1},
+                                            {60, 120, 5}, {60, 144, 6}, {-60, 120, -5},  {1440, 96, 96}};
+  for (const auto& [twips, pixels_per_inch, pixels] : rows)
+    EXPECT_EQ(ToPixels(twips, pixels_per_inch), pixels) << twips << " at " << pixels_per_inch;
   for (const int pixels_per_inch : {96, 120, 144, 110, 192}) {
     for (int pixel = -3000; pixel <= 3000; ++pixel)
       ASSERT_EQ(ToPixels(ToTwips(pixel, pixels_per_inch), pixels_per_inch), pixel) << pixels_per_inch;
@@ -119,22 +112,24 @@ TEST(SurfaceCanvas, PaintingInPartsGivesThePictureOfTheWhole) {
   }
 }
 
-TEST(SurfaceCanvas, OriginMovesThereAndBack) {
-  Sheet sheet(20, 20, {30, 30}, 96);
-  const Rect before = sheet.canvas.Dirty();
-  sheet.canvas.MoveOrigin(150, 75);
-  sheet.canvas.FillRect({0, 0, 15, 15}, kWhite);
-  EXPECT_EQ(sheet.surface.At(10, 5), 0xFFFFFFU);
-  EXPECT_EQ(sheet.canvas.Dirty(), before.Shifted(-150, -75));
-  sheet.canvas.MoveOrigin(-150, -75);
-  EXPECT_EQ(sheet.canvas.Dirty(), before);
-}
-
-TEST(SurfaceCanvas, DirtyIsThePartBeingPainted) {
-  Sheet sheet(4, 5, {600, 300}, 96, {10, 20, 4, 5});
-  EXPECT_EQ(sheet.canvas.Dirty(), (Rect{150, 300, 60, 75}));
-  sheet.canvas.FillRect(sheet.canvas.Dirty(), kWhite);
-  EXPECT_EQ(sheet.surface.Pixels(), std::vector<std::uint32_t>(20, 0xFFFFFFU));
+TEST(SurfaceCanvas, TheOriginMovesThereAndBackAndDirtyIsThePartBeingPainted) {
+  const PictureData picture{2, 1, {0xFFAABBCC, 0xFF112233}};
+  for (const int pixels_per_inch : {96, 120}) {
+    const int pixel = 1440 / pixels_per_inch;  // in twips
+    Sheet sheet(20, 20, {30 * pixel, 30 * pixel}, pixels_per_inch, {10, 20, 20, 20});
+    const Rect dirty{10 * pixel, 20 * pixel, 20 * pixel, 20 * pixel};
+    EXPECT_EQ(sheet.canvas.Dirty(), dirty);
+    sheet.canvas.FillRect(dirty, MakeColor(0, 0, 9));
+    EXPECT_EQ(sheet.surface.Pixels(), std::vector<std::uint32_t>(400, 9U));
+    sheet.canvas.MoveOrigin(12 * pixel, 23 * pixel);
+    EXPECT_EQ(sheet.canvas.Dirty(), dirty.Shifted(-12 * pixel, -23 * pixel));
+    sheet.canvas.DrawPicture({pixel, 0}, picture);
+    EXPECT_EQ(sheet.surface.At(3, 3), 0xAABBCCU);
+    EXPECT_EQ(sheet.surface.At(4, 3), 0x112233U);
+    EXPECT_EQ(sheet.surface.At(5, 3), 9U);
+    sheet.canvas.MoveOrigin(-12 * pixel, -23 * pixel);
+    EXPECT_EQ(sheet.canvas.Dirty(), dirty);
+  }
 }
 
 TEST(SurfaceCanvas, TextGetsItsBoxInPixelsAndIsLeftOutWhereNothingIsPainted) {
@@ -147,18 +142,6 @@ TEST(SurfaceCanvas, TextGetsItsBoxInPixelsAndIsLeftOutWhereNothingIsPainted) {
   EXPECT_EQ(sheet.canvas.texts[0].area, (Rect{0, 0, 20, 5}));
   EXPECT_EQ(sheet.canvas.texts[0].height, 15);
   EXPECT_EQ(sheet.canvas.texts[0].align, Align::kRight);
-}
-
-TEST(SurfaceCanvas, PicturesStandAtThePixelOfTheirPlace) {
-  const PictureData picture{2, 1, {0xFFAABBCC, 0xFF112233}};
-  for (const int pixels_per_inch : {96, 120}) {
-    Sheet sheet(30, 10, {60, 60}, pixels_per_inch);
-    sheet.canvas.DrawPicture({120, 60}, picture);
-    const int pixel = pixels_per_inch / 24;
-    EXPECT_EQ(sheet.surface.At(2 * pixel, pixel), 0xAABBCCU);
-    EXPECT_EQ(sheet.surface.At(2 * pixel + 1, pixel), 0x112233U);
-    EXPECT_EQ(sheet.surface.At(2 * pixel + 2, pixel), 0U);
-  }
 }
 
 }  // namespace

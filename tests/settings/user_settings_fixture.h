@@ -13,19 +13,7 @@ namespace orvane {
 
 /// Every field off its default.
 inline UserSettings OtherSettings() {
-  UserSettings other;
-  other.CommPort = "12";
-  other.BaudRate = "9600";
-  other.PktNotify = true;
-  other.FormOnTop = true;
-  other.FormTop = -2147483647;
-  other.FormLeft = 70000;
-  other.FormRegion = 0;
-  other.FPwrIndex = -32768;
-  other.RPwrIndex = 3;
-  other.ClientApp = "My = Cli;ent \xE4";
-  other.ClientMsgId = 2147483647;
-  return other;
+  return {"12", "9600", true, true, -2147483647, 70000, 0, -32768, 3, "My = Cli;ent \xE4", 2147483647};
 }
 
 /// The settings on the files of the tests.

@@ -10,10 +10,8 @@ namespace {
 const std::string kPacket = MessageFrame("D,97,5,1.59,0;0");  // check digits C7: spoilable in both ways
 
 // A meter with its stream just switched on and its fault in force.
-struct FaultyLine : VirtualLine {
-  explicit FaultyLine(FaultKind kind, int every = 1) {
-    Meter.SetPower(97, 5);
-    Command("D1");
+struct FaultyLine : StreamingLine {
+  explicit FaultyLine(FaultKind kind, int every = 1) : StreamingLine(97, 5) {
     Until(Now + 180);
     Meter.SetFaultEvery(kind, every);
   }
@@ -31,11 +29,7 @@ TEST(MeterFaults, SpoilCheckDigits) {
 
 TEST(MeterFaults, SendLowerCaseDigits) {
   FaultyLine line(FaultKind::kLowerCaseCrc);
-  const std::string text = line.Until(line.Now + 200);
-  ASSERT_EQ(text.size(), kPacket.size());
-  EXPECT_EQ(text.substr(text.find('\x03')),
-            "\x03"
-            "c7\r\n");
+  EXPECT_EQ(line.Until(line.Now + 200), kPacket.substr(0, kPacket.size() - 4) + "c7\r\n");
 }
 
 TEST(MeterFaults, TearLinesOverTwoReads) {
@@ -58,17 +52,6 @@ TEST(MeterFaults, TornLinesAreNotOvertaken) {
   EXPECT_TRUE(kPacket.starts_with(half) && !half.empty());
   line.Meter.Receive(CommandFrame("b?"), line.Now);  // the answer is due before the other half
   EXPECT_EQ(half + line.Until(line.Now + 100), kPacket + MessageFrame("b1"));
-}
-
-TEST(MeterFaults, TornLinesKeepUpWithAFullLine) {
-  FaultyLine line(FaultKind::kTornLine);
-  line.Meter.SetStreamRate(187);
-  std::string bytes;
-  for (const std::string& read : line.Reads(line.Now + 10000))
-    bytes += read;
-  EXPECT_NEAR(static_cast<double>(Lines(bytes).size()), 1870, 2);
-  for (const std::string& text : Lines(bytes.substr(0, bytes.rfind('\n') + 1)))
-    ASSERT_EQ(text, kPacket);
 }
 
 TEST(MeterFaults, CutLinesRunIntoTheNext) {
@@ -110,9 +93,7 @@ TEST(MeterFaults, SendWithoutAnEnd) {
   const auto lines = Lines(line.Until(line.Now + 200));
   ASSERT_EQ(lines.size(), 1U);
   EXPECT_GT(lines[0].size(), 4096U);
-  EXPECT_TRUE(
-      lines[0].starts_with("\x02"
-                           "D,"));
+  EXPECT_TRUE(lines[0].starts_with("\x02\x44,"));
   EXPECT_TRUE(lines[0].ends_with(kPacket));
 }
 
@@ -122,17 +103,13 @@ TEST(MeterFaults, RestartInMidStream) {
   line.Meter.SetPower(100, 90);
   const auto lines = Lines(line.Until(line.Now + 5000));
   ASSERT_EQ(lines.size(), 3U);
-  EXPECT_TRUE(
-      lines[1].starts_with("\x02"
-                           "D,97"));
+  EXPECT_TRUE(lines[1].starts_with("\x02\x44,97"));
   EXPECT_EQ(lines[2], MessageFrame("!Meter Restarted"));
   EXPECT_FALSE(line.Meter.Streaming());
   EXPECT_FALSE(line.Meter.SWRAlarm());
   EXPECT_EQ(line.Command("T?"), MessageFrame("T-3")) << "settings survive";
-  EXPECT_NE(line.Command("D1").find("\x02"
-                                    "D,97"),
-            std::string::npos)
-      << "and the stream comes back on request";
+  line.Command("D1");
+  EXPECT_TRUE(line.Meter.Streaming()) << "and the stream comes back on request";
 }
 
 TEST(MeterFaults, LeaveAMeterDeafWhileItRestarts) {
@@ -144,14 +121,6 @@ TEST(MeterFaults, LeaveAMeterDeafWhileItRestarts) {
   EXPECT_EQ(line.LastVerdict(), Verdict::kNoise);
   EXPECT_EQ(line.Until(line.Now + 1000), MessageFrame("!Meter Restarted"));
   EXPECT_EQ(line.Command("T?"), MessageFrame("T0"));
-}
-
-TEST(MeterFaults, RestartLosesWhatWasKeptBack) {
-  FaultyLine line(FaultKind::kMergedLines);
-  EXPECT_EQ(line.Until(line.Now + 200), "");
-  line.Meter.Reset();
-  EXPECT_EQ(line.Until(line.Now + 1000), MessageFrame("!Meter Restarted"));
-  EXPECT_EQ(line.Command("b?"), MessageFrame("b1"));
 }
 
 TEST(MeterFaults, SilenceTheMeterButNotItsWork) {

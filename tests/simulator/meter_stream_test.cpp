@@ -26,12 +26,8 @@ TEST(MeterStream, RunsOnlyBetweenOnAndOff) {
 }
 
 TEST(MeterStream, IsPacedByTheMode) {
-  const std::vector<std::pair<std::string, std::int64_t>> intervals = {
-      {"M0", 200}, {"M1", 1000}, {"M2", 2000}, {"M3", 200}};
-  for (const auto& [mode, interval] : intervals) {
-    VirtualLine line;
-    line.Command(mode);
-    line.Command("D1");
+  for (const auto& [mode, interval] : {std::pair{"M0", 200}, {"M1", 1000}, {"M2", 2000}, {"M3", 200}}) {
+    StreamingLine line(0, 0, mode);
     line.Until(line.Now + 20000);
     const auto times = PacketTimes(line.Meter.Log());
     ASSERT_EQ(times.size(), static_cast<std::size_t>(20000 / interval + 1)) << mode;
@@ -68,28 +64,17 @@ TEST(MeterStream, FillsALineOnRequest) {
 }
 
 TEST(MeterStream, SendsWhatItMeasures) {
-  struct Case {
-    double Forward, Reflected;
-    std::string Packet;
-  };
-  const std::vector<Case> cases = {
+  const std::tuple<double, double, const char*> rows[] = {
       {0, 0, "D,0,0,0.00,0;0"},      // nothing to compare
       {0.4, 0.4, "D,0,0,0.00,0;0"},  // below what it can measure
-      {100, 0, "D,100,0,1.00,0;0"},
-      {100, 4, "D,100,4,1.50,0;0"},
+      {100, 0, "D,100,0,1.00,0;0"},   {100, 4, "D,100,4,1.50,0;0"},
       {12.6, 0.5, "D,13,1,1.50,0;0"},  // whole watts, but the VSWR of the true power
-      {100, 25, "D,100,25,3.00,0;0"},
-      {1000, 1, "D,1000,1,1.07,0;0"},
-      {50, 50, "D,50,50,99.99,1;0"},
-      {50, 80, "D,50,80,99.99,1;0"},
-      {1000, 999, "D,1000,999,99.99,1;0"},
-      {3000, 0, "D,3000,0,1.00,0;0"},
-  };
-  for (const Case& test : cases) {
-    VirtualLine line;
-    line.Meter.SetPower(test.Forward, test.Reflected);
-    line.Command("D1");
-    EXPECT_EQ(FirstPacket(line), MessageFrame(test.Packet));
+      {1000, 1, "D,1000,1,1.07,0;0"}, {50, 50, "D,50,50,99.99,1;0"},
+      {50, 80, "D,50,80,99.99,1;0"},  {1000, 999, "D,1000,999,99.99,1;0"},
+      {3000, 0, "D,3000,0,1.00,0;0"}};
+  for (const auto& [forward, reflected, packet] : rows) {
+    StreamingLine line(forward, reflected);
+    EXPECT_EQ(FirstPacket(line), MessageFrame(packet));
   }
 }
 
@@ -115,57 +100,38 @@ TEST(MeterStream, ReadsThePeakSinceTheLastPacket) {
 }
 
 TEST(MeterAlarms, FollowTheThresholdChosen) {
-  struct Case {
-    std::string Setting;
-    double Forward, Reflected;
-    std::string Flags;
-  };
-  const std::vector<Case> cases =
-      {
-          {"V0", 100, 90, "0;0"},   {"V1", 100, 4, "0;0"},   // 1.50 is not above 1.5
-          {"V1", 100, 4.1, "1;0"},  {"V2", 100, 11, "0;0"},  // 1.99
-          {"V2", 100, 11.3, "1;0"}, {"V3", 100, 18.3, "0;0"}, {"V3", 100, 18.6, "1;0"},
-          {"V4", 100, 25, "0;0"},   {"V4", 100, 25.4, "1;0"}, {"l0", 1, 0, "0;0"},
-          {"l1", 1, 0, "0;0"},      {"l2", 1, 0, "0;1"},      {"l7", 99, 0, "0;1"},
-          {"l7", 100, 0, "0;0"},    {"l7", 0, 0, "0;0"},  // no alarm without a transmission
-          {"l7", 50, 20, "1;1"},
-      };
-  for (const Case& test : cases) {
-    VirtualLine line;
-    line.Command(test.Setting);
-    line.Meter.SetPower(test.Forward, test.Reflected);
-    line.Command("D1");
+  const std::tuple<const char*, double, double, std::string>
+      rows[] = {{"V0", 100, 90, "0;0"},   {"V1", 100, 4, "0;0"},   // 1.50 is not above 1.5
+                {"V1", 100, 4.1, "1;0"},  {"V2", 100, 11, "0;0"},  // 1.99
+                {"V2", 100, 11.3, "1;0"}, {"V3", 100, 18.3, "0;0"}, {"V3", 100, 18.6, "1;0"},
+                {"V4", 100, 25, "0;0"},   {"V4", 100, 25.4, "1;0"}, {"l0", 1, 0, "0;0"},
+                {"l1", 1, 0, "0;0"},      {"l2", 1, 0, "0;1"},      {"l7", 99, 0, "0;1"},
+                {"l7", 100, 0, "0;0"},    {"l7", 0, 0, "0;0"},  // no alarm without a transmission
+                {"l7", 50, 20, "1;1"}};
+  for (const auto& [setting, forward, reflected, flags] : rows) {
+    StreamingLine line(forward, reflected, setting);
     const std::string packet = FirstPacket(line);
-    EXPECT_NE(packet.find("," + test.Flags + "\x03"), std::string::npos)
-        << test.Setting << " " << test.Forward << "/" << test.Reflected << ": " << packet;
+    EXPECT_NE(packet.find("," + flags + "\x03"), std::string::npos) << setting << ": " << packet;
   }
 }
 
 TEST(MeterAlarms, LatchUntilResetAndComeBack) {
-  VirtualLine line;
-  line.Command("l5");
-  line.Meter.SetPower(20, 15);
-  line.Command("D1");
+  StreamingLine line(20, 15, "l5");
+  const auto alarms = [&] {
+    line.Until(line.Now + 1000);
+    return std::pair(line.Meter.Log().Packets.back().SWRAlarm, line.Meter.Log().Packets.back().PwrAlarm);
+  };
   line.Meter.SetPower(500, 5);
-  line.Until(line.Now + 1000);
-  EXPECT_TRUE(line.Meter.Log().Packets.back().SWRAlarm);
-  EXPECT_TRUE(line.Meter.Log().Packets.back().PwrAlarm);
-
+  EXPECT_EQ(alarms(), std::pair(true, true));
   EXPECT_EQ(line.Command("A"), MessageFrame("A"));
-  line.Until(line.Now + 1000);
-  EXPECT_FALSE(line.Meter.Log().Packets.back().SWRAlarm);
-  EXPECT_FALSE(line.Meter.Log().Packets.back().PwrAlarm);
-
+  EXPECT_EQ(alarms(), std::pair(false, false));
   line.Meter.SetPower(500, 400);
-  line.Until(line.Now + 1000);
+  EXPECT_EQ(alarms(), std::pair(true, false));
   line.Command("A");
   EXPECT_FALSE(line.Meter.SWRAlarm());
-  line.Until(line.Now + 1000);
-  EXPECT_TRUE(line.Meter.Log().Packets.back().SWRAlarm) << "the cause persists";
-
+  EXPECT_EQ(alarms(), std::pair(true, false)) << "the cause persists";
   line.Command("V0");
-  line.Until(line.Now + 1000);
-  EXPECT_FALSE(line.Meter.Log().Packets.back().SWRAlarm) << "switched off";
+  EXPECT_EQ(alarms(), std::pair(false, false)) << "switched off";
 }
 
 TEST(MeterRow, IsSentWhenItChanges) {
@@ -196,9 +162,7 @@ TEST(MeterRow, IsMeasuredWhenAsked) {
   EXPECT_EQ(line.Command("R?"), MessageFrame("R1"));
   const auto lines = Lines(line.Command("D1"));
   ASSERT_EQ(lines.size(), 2U) << "the row is known already";
-  EXPECT_TRUE(
-      lines[1].starts_with("\x02"
-                           "D,300"));
+  EXPECT_TRUE(lines[1].starts_with("\x02\x44,300"));
 }
 
 }  // namespace

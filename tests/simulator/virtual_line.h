@@ -52,6 +52,15 @@ struct VirtualLine {
   std::int64_t Now = 1000;
 };
 
+// A line with its stream just switched on.
+struct StreamingLine : VirtualLine {
+  explicit StreamingLine(double forward = 0, double reflected = 0, std::string_view setting = {}) {
+    if (!setting.empty()) Command(setting);
+    Meter.SetPower(forward, reflected);
+    Command("D1");
+  }
+};
+
 // The lines of a stream, LF included; an unfinished one comes last.
 inline std::vector<std::string> Lines(std::string_view bytes) {
   std::vector<std::string> lines;
@@ -65,11 +74,8 @@ inline std::vector<std::string> Lines(std::string_view bytes) {
 
 // The packet that steady power makes, as a whole line.
 inline std::string FirstPacket(VirtualLine& line) {
-  const auto lines = Lines(line.Until(line.Now + 250));
-  for (const std::string& text : lines) {
-    if (text.starts_with("\x02"
-                         "D"))
-      return text;
+  for (const std::string& text : Lines(line.Until(line.Now + 250))) {
+    if (text.starts_with("\x02\x44")) return text;
   }
   return "";
 }
