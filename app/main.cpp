@@ -21,7 +21,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   orvane::Win32Files files;
   orvane::Win32WindowSystem windows(events, pixels_per_inch);
   orvane::Win32SingleInstance instance;
-  orvane::Win32Shell shell;
+  orvane::Win32Shell shell(windows);
   orvane::Win32ClientWindows clients(windows);
   orvane::Win32SystemInfo system;
   orvane::Platform platform{clock, pump, port, profiles, files, windows, instance, shell, clients, system};

@@ -87,10 +87,7 @@ void Orvane::OpenHelpMenu() {
 }
 
 void Orvane::ShowHelp() {
-  const char separator = platform_.files.Separator();
-  const std::string path =
-      platform_.files.ProgramFolder() + separator + "Help" + separator + "OrvaneLite.html";
-  if (!launches_.OpenDocument(path)) status_.ShowAlert("The help could not be opened.");
+  if (!launches_.ShowHelp()) status_.ShowAlert("The help could not be opened.");
 }
 
 }  // namespace orvane

@@ -29,7 +29,7 @@ Orvane::Orvane(Platform& platform)
       dip_(meter_controls_, display_),
       faces_(platform.windows, platform.files),
       views_(form_, form_controls_, meter_controls_, faces_, dip_),
-      launches_(platform.shell),
+      launches_(platform),
       client_(platform.clients, platform.clock),
       tray_retry_(platform.windows, platform.clock, kTrayRetryMs),
       TimerFindMeter_(platform.windows, platform.clock, kFindMeterMs),

@@ -4,6 +4,23 @@
 #include "platform/win32/windows_api.h"
 
 namespace orvane {
+namespace {
+
+// Later systems keep a small program in the viewer's place that only says that there is none any more; the
+// viewers themselves have a few hundred kilobytes.
+constexpr DWORD kSmallestViewer = 64 * 1024;
+
+bool HasHelpViewer() {
+  wchar_t folder[MAX_PATH];
+  const UINT length = ::GetSystemWindowsDirectoryW(folder, MAX_PATH);
+  if (length == 0 || length >= MAX_PATH) return false;
+  const std::wstring viewer = std::wstring(folder, length) + L"\\winhlp32.exe";
+  WIN32_FILE_ATTRIBUTE_DATA data{};
+  return ::GetFileAttributesExW(viewer.c_str(), GetFileExInfoStandard, &data) &&
+         (data.nFileSizeHigh != 0 || data.nFileSizeLow >= kSmallestViewer);
+}
+
+}  // namespace
 
 bool Win32Shell::Execute(const Launch& launch) {
   const std::wstring verb = ToWide(launch.verb);
@@ -11,10 +28,20 @@ bool Win32Shell::Execute(const Launch& launch) {
   const std::wstring parameters = ToWide(launch.parameters);
   const std::wstring folder = ToWide(launch.folder);
   const auto or_null = [](const std::wstring& text) { return text.empty() ? nullptr : text.c_str(); };
-  const HINSTANCE result = ::ShellExecuteW(nullptr, or_null(verb), target.c_str(), or_null(parameters),
-                                           or_null(folder), static_cast<int>(launch.show));
-  // The call answers with a number above 32 when it started something.
-  return reinterpret_cast<INT_PTR>(result) > 32;
+  // The shorter call cannot be kept from showing a box of the system's own; our status line tells failures.
+  SHELLEXECUTEINFOW info{};
+  info.cbSize = sizeof info;
+  info.fMask = SEE_MASK_FLAG_NO_UI;
+  info.lpVerb = or_null(verb);
+  info.lpFile = target.c_str();
+  info.lpParameters = or_null(parameters);
+  info.lpDirectory = or_null(folder);
+  info.nShow = static_cast<int>(launch.show);
+  return ::ShellExecuteExW(&info) != FALSE;
+}
+
+bool Win32Shell::ShowHelpFile(const std::string& path) {
+  return HasHelpViewer() && ::WinHelpW(windows_.Main(), ToWide(path).c_str(), HELP_CONTENTS, 0) != FALSE;
 }
 
 }  // namespace orvane

@@ -145,26 +145,13 @@ TEST_F(LogoTest, ALeftClickMinimisesAndOpensTheMakersSite) {
   EXPECT_EQ(face.Meter().lblShowStatus->ForeColor(), MakeColor(255, 0, 0));
 }
 
-/// Notes the window's state when something is started.
-struct WatchingShell : Shell {
-  explicit WatchingShell(HeadlessDesktop& of) : desktop(of) {}
-  bool Execute(const Launch&) override {
-    states.push_back(desktop.Main()->State());
-    return true;
-  }
-  HeadlessDesktop& desktop;
-  std::vector<WindowState> states;
-};
-
 TEST(Logo, TheWindowIsMinimisedBeforeTheBrowserStarts) {
   Program program(MeterAt(38400));
-  WatchingShell shell(program.desktop);
-  Platform platform{program.time,    program.time,     program.port, program.profiles, program.files,
-                    program.desktop, program.instance, shell,        program.clients};
-  Orvane orvane(platform);
-  orvane.Form_Load();
-  Face::In(*program.desktop.Main(), *orvane.Controls().imgLogo).Click();
-  EXPECT_EQ(shell.states, (std::vector<WindowState>{WindowState::kMinimized}));
+  std::vector<WindowState> states;
+  program.shell.on_launch = [&] { states.push_back(program.desktop.Main()->State()); };
+  ASSERT_TRUE(program.Start());
+  Face::In(*program.desktop.Main(), *program.orvane->Controls().imgLogo).Click();
+  EXPECT_EQ(states, (std::vector<WindowState>{WindowState::kMinimized}));
 }
 
 }  // namespace
