@@ -19,7 +19,7 @@ class HeadlessClientWindows : public ClientWindows {
 
   Handle Find(std::string_view wanted) override {
     ++lookups;
-    return open && wanted == caption ? 7 : 0;
+    return open && wanted == caption ? current : 0;
   }
   Answer SendCopyData(Handle window, std::uint32_t tag, std::span<const char> data, int timeout_ms) override {
     messages.push_back({window, tag, std::string(data.begin(), data.end())});
@@ -28,6 +28,7 @@ class HeadlessClientWindows : public ClientWindows {
   }
 
   bool open = true;
+  Handle current = 7;  ///< the window that has the caption
   std::string caption = "OVClient";
   Answer answer{Outcome::kAnswered, 1};
   std::function<void(int timeout_ms)> on_message;  ///< while the client handles it

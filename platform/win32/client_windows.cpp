@@ -5,7 +5,11 @@
 namespace orvane {
 
 ClientWindows::Handle Win32ClientWindows::Find(std::string_view caption) {
-  return reinterpret_cast<Handle>(::FindWindowW(nullptr, ToWide(caption).c_str()));
+  if (caption != caption_) {
+    caption_ = caption;
+    wide_caption_ = ToWide(caption);
+  }
+  return reinterpret_cast<Handle>(::FindWindowW(nullptr, wide_caption_.c_str()));
 }
 
 // The message must be sent, not posted: the data lives only as long as the call.

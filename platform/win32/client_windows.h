@@ -3,6 +3,8 @@
 #include "platform/client_windows.h"
 #include "platform/win32/window_system.h"
 
+#include <string>
+
 namespace orvane {
 
 class Win32ClientWindows : public ClientWindows {
@@ -14,6 +16,9 @@ class Win32ClientWindows : public ClientWindows {
 
  private:
   Win32WindowSystem& windows_;
+  // The caption as the system takes it, converted when it changes and not for every reading.
+  std::string caption_;
+  std::wstring wide_caption_;
 };
 
 }  // namespace orvane

@@ -1,5 +1,6 @@
 #include "outside/client_data.h"
 
+#include "base/runtime_error.h"
 #include "platform/headless/client_windows.h"
 #include "platform/headless/virtual_time.h"
 
@@ -74,11 +75,43 @@ TEST_F(ClientDataTest, AHangingClientIsLeftAloneLongerAndLongerUntilItAnswers) {
   EXPECT_EQ(windows.messages.back().data, std::string("2") + '\0');
 }
 
+// Somebody ended the client that hung and started it again: nobody must wait a minute for its first reading.
+TEST_F(ClientDataTest, AnotherWindowOfThatCaptionIsTriedAtOnce) {
+  windows.answer.outcome = ClientWindows::Outcome::kTimedOut;
+  Send(1);
+  Send(2);
+  ASSERT_EQ(windows.messages.size(), 1U);
+  windows.current = 8;
+  windows.answer.outcome = ClientWindows::Outcome::kAnswered;
+  Send(3);
+  Send(4);
+  ASSERT_EQ(windows.messages.size(), 3U);
+  EXPECT_EQ(windows.messages[1].window, 8U);
+  EXPECT_EQ(client.Skipped(), 2U);
+
+  // It hangs in its turn: its first pause is a short one again.
+  windows.answer.outcome = ClientWindows::Outcome::kTimedOut;
+  Send(5);
+  time.Block(ClientData::kFirstPauseMs);
+  Send(6);
+  EXPECT_EQ(windows.messages.size(), 5U);
+}
+
 TEST_F(ClientDataTest, AReadingThatComesWhileTheClientIsBusyDoesNotEnterTheSend) {
   windows.on_message = [this](int) { Send(99); };
   Send(1);
-  EXPECT_EQ(windows.messages.size(), 1U);
+  ASSERT_EQ(windows.messages.size(), 1U);
   EXPECT_EQ(windows.messages[0].data, std::string("1") + '\0');
+  EXPECT_EQ(client.Text(), "1");
+  EXPECT_EQ(client.Skipped(), 1U);
+}
+
+TEST_F(ClientDataTest, AFaultInsideTheSendDoesNotEndTheSending) {
+  windows.on_message = [](int) { throw RuntimeError(Fault::kOverflow, "Test"); };
+  EXPECT_FALSE(Attempt([this] { Send(1250); }));
+  windows.on_message = nullptr;
+  Send(7);
+  EXPECT_EQ(windows.messages.back().data, std::string("7") + '\0');
 }
 
 TEST_F(ClientDataTest, AClientBehindAWallIsNotedAndTriedOn) {
