@@ -1,14 +1,13 @@
 #pragma once
 
-#include "base/runtime_error.h"
 #include "platform/wait.h"
 #include "tests/contract/platform_under_test.h"
+#include "tests/support/fault_of.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <functional>
 #include <gtest/gtest.h>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,14 +18,8 @@ class ObservedPump final : public EventPump {
  public:
   explicit ObservedPump(EventPump& pump) : pump_(pump) {}
   bool Delivering() const { return depth_ > 0; }
-  void DeliverPending() override {
-    const Depth depth(depth_);
-    pump_.DeliverPending();
-  }
-  void DeliverArrivals() override {
-    const Depth depth(depth_);
-    pump_.DeliverArrivals();
-  }
+  void DeliverPending() override { Deliver(&EventPump::DeliverPending); }
+  void DeliverArrivals() override { Deliver(&EventPump::DeliverArrivals); }
   void SleepUntil(std::int32_t tick) override { pump_.SleepUntil(tick); }
   [[noreturn]] void EndProcess() override {
     pump_.EndProcess();
@@ -34,25 +27,19 @@ class ObservedPump final : public EventPump {
   }
 
  private:
-  struct Depth {
-    explicit Depth(int& level) : level_(level) { ++level_; }
-    ~Depth() { --level_; }
-    Depth(const Depth&) = delete;
-    Depth& operator=(const Depth&) = delete;
-    int& level_;
-  };
+  void Deliver(void (EventPump::*events)()) {
+    ++depth_;
+    try {
+      (pump_.*events)();
+    } catch (...) {
+      --depth_;
+      throw;
+    }
+    --depth_;
+  }
   EventPump& pump_;
   int depth_ = 0;
 };
-
-inline std::optional<Fault> FaultOf(const std::function<void()>& step) {
-  try {
-    step();
-  } catch (const RuntimeError& error) {
-    return error.fault();
-  }
-  return std::nullopt;
-}
 
 /// `count` bytes of which no two neighbours and no two distant stretches are alike.
 inline std::string Pattern(std::size_t count) {

@@ -33,88 +33,55 @@ class ProfileStoreContract : public testing::Test {
 };
 
 TEST_F(ProfileStoreContract, TakesBlanksAndOnePairOfQuotesOffAValue) {
-  struct Row {
-    std::string_view line, value;
+  const std::pair<const char*, std::vector<std::string>> rows[] = {
+      {"v", {"k=v", " k = v ", "\tk\t=\tv\t", "K=v", "k=\"v\"", "k='v'", "k=v\x1A", "k=v  "}},
+      {"", {"k=", "k=\"\""}},
+      {" v ", {"k=\" v \""}},
+      {"\"e\"", {"k=\"\"e\"\""}},
+      {"1", {"k=1\r\nk=2"}},
+      {"DEF", {";k=v", " ;k=v", "k", "k v", "#k=v", "=v", "kk=v", "[k=v", "k\r\nk=2"}}};
+  const auto reads = [this](const std::string& text, const std::string& value) {
+    Put("[S]\r\n" + text + "\r\nz=1\r\n");
+    EXPECT_EQ(Get("S", "k"), value) << text;
+    EXPECT_EQ(Get("S", "z"), "1") << "after " << text;
   };
-  const Row rows[] = {
-      {"k=v", "v"},
-      {" k = v ", "v"},
-      {"\tk\t=\tv\t", "v"},
-      {"K=v", "v"},
-      {"k=38400  ", "38400"},
-      {"k=", ""},
-      {"k==a=b", "=a=b"},
-      {"k=\"v\"", "v"},
-      {"k='v'", "v"},
-      {"k=\" v \"", " v "},
-      {"k=\"\"e\"\"", "\"e\""},
-      {"k=\"\"", ""},
-      {"k=\"", "\""},
-      {"k=\"v", "\"v"},
-      {"k=v\"", "v\""},
-      {"k=\"v'", "\"v'"},
-      {"k=\"v\" x", "\"v\" x"},
-      {"k=v ; no comment", "v ; no comment"},
-      {"k=; no comment", "; no comment"},
-      {"k=[x]", "[x]"},
-      {"k=a\tb", "a\tb"},
-      {"k=\xE4\xFF\x80", "\xE4\xFF\x80"},
-      {"k=\xA0v\xA0", "\xA0v\xA0"},
-      {"k=v\x1A", "v"},
-      {";k=v", "DEF"},
-      {" ;k=v", "DEF"},
-      {"k", "DEF"},
-      {"k v", "DEF"},
-      {"#k=v", "DEF"},
-      {"=v", "DEF"},
-      {"kk=v", "DEF"},
-      {"[k=v", "DEF"},
-      {"k=1\r\nk=2", "1"},
-      {"k\r\nk=2", "DEF"},
-  };
-  for (const Row& row : rows) {
-    Put("[S]\r\n" + std::string(row.line) + "\r\nz=1\r\n");
-    EXPECT_EQ(Get("S", "k"), row.value) << row.line;
-    EXPECT_EQ(Get("S", "z"), "1") << "after " << row.line;
+  for (const auto& [value, texts] : rows) {
+    for (const std::string& text : texts)
+      reads(text, value);
   }
+  for (const char* as_it_is : {"=a=b", "\"", "\"v", "v\"", "\"v'", "\"v\" x", "v ; no comment",
+                               "; no comment", "[x]", "a\tb", "\xE4\xFF\x80", "\xA0v\xA0"})
+    reads(std::string("k=") + as_it_is, as_it_is);
 }
 
 TEST_F(ProfileStoreContract, FindsSectionsByTheirHeader) {
-  struct Row {
-    std::string_view text, names, value;
-  };
-  const Row rows[] = {
-      {"[S]\r\nk=v\r\n", "S|", "v"},
-      {"[s]\nK=v\n", "s|", "v"},
-      {"[S]\rk=v\r", "S|", "v"},
-      {" [ S ] \r\nk=v", "S|", "v"},
-      {"[S]rest\r\nk=v\r\n", "S|", "v"},
-      {"\r\n\r\n[S]\r\n\r\n\r\nk=v", "S|", "v"},
-      {"k=0\r\n[S]\r\nk=v\r\n", "S|", "v"},
-      {"[A]\r\nk=0\r\n[S]\r\nk=v\r\n[B]\r\nk=2\r\n", "A|S|B|", "v"},
-      {"[S]\r\nk=v\r\n[S]\r\nk=2\r\nm=3\r\n", "S|S|", "v"},
-      {"[S]\r\nz=1\r\n[S]\r\nk=2\r\n", "S|S|", "DEF"},
-      {"[S\r\nk=v\r\n", "", "DEF"},
-      {"S]\r\nk=v\r\n", "", "DEF"},
-      {"[]\r\nk=v\r\n", "", "DEF"},
-      {"[[S]\r\nk=v\r\n", "[S|", "DEF"},
-      {"[S]]\r\nk=v\r\n", "S]|", "DEF"},
-      {";[S]\r\nk=v\r\n", "", "DEF"},
-      {"", "", "DEF"},
-      {std::string_view("\0\0\0\0", 4), "", "DEF"},
-  };
-  for (const Row& row : rows) {
-    Put(row.text);
-    EXPECT_EQ(List(std::nullopt), row.names) << row.text;
-    EXPECT_EQ(Get("S", "k"), row.value) << row.text;
+  // Names of the sections, the value of k in S, texts.
+  const std::tuple<const char*, const char*, std::vector<std::string>> rows[] = {
+      {"S|",
+       "v",
+       {"[S]\r\nk=v\r\n", "[S]\rk=v\r", " [ S ] \r\nk=v", "[S]rest\r\nk=v\r\n", "\r\n\r\n[S]\r\n\r\n\r\nk=v",
+        "k=0\r\n[S]\r\nk=v\r\n"}},
+      {"s|", "v", {"[s]\nK=v\n"}},
+      {"A|S|B|", "v", {"[A]\r\nk=0\r\n[S]\r\nk=v\r\n[B]\r\nk=2\r\n"}},
+      {"S|S|", "v", {"[S]\r\nk=v\r\n[S]\r\nk=2\r\nm=3\r\n"}},
+      {"S|S|", "DEF", {"[S]\r\nz=1\r\n[S]\r\nk=2\r\n"}},
+      {"[S|", "DEF", {"[[S]\r\nk=v\r\n"}},
+      {"S]|", "DEF", {"[S]]\r\nk=v\r\n"}},
+      {"",
+       "DEF",
+       {"[S\r\nk=v\r\n", "S]\r\nk=v\r\n", "[]\r\nk=v\r\n", ";[S]\r\nk=v\r\n", "", std::string(4, '\0')}}};
+  for (const auto& [names, value, texts] : rows) {
+    for (const std::string& text : texts) {
+      Put(text);
+      EXPECT_EQ(List(std::nullopt), names) << text;
+      EXPECT_EQ(Get("S", "k"), value) << text;
+    }
   }
 }
 
 TEST_F(ProfileStoreContract, GivesTheFallbackWithoutTrailingBlanks) {
   Put("[S]\r\nk=v\r\n");
-  EXPECT_EQ(Get("S", "none", "  d  "), "  d");
-  EXPECT_EQ(Get("NONE", "k", "d "), "d");
-  EXPECT_EQ(Get("S", "none", ""), "");
+  EXPECT_EQ(Get("S", "none", "  d  ") + Get("NONE", "k", "d ") + Get("S", "none", ""), "  dd");
   EXPECT_EQ(Get("S", "none", "abc", 3), "ab");
   EXPECT_EQ(Get("S", "none", std::string(300, 'd')), std::string(254, 'd'));
   file_ = platform_.Folder().Path("missing.ini");
@@ -151,39 +118,24 @@ TEST_F(ProfileStoreContract, ListsNamesAndCutsTheListToTheBuffer) {
 }
 
 TEST_F(ProfileStoreContract, WritesWhatItReadsBack) {
-  struct Row {
-    std::string_view written, read;
-  };
-  const Row rows[] = {
-      {"v", "v"},
-      {"", ""},
-      {" v ", "v"},
-      {"\tv\t", "v"},
-      {"a b", "a b"},
-      {"\"v\"", "v"},
-      {"\" v \"", " v "},
-      {"'v'", "v"},
-      {";c", ";c"},
-      {"=v", "=v"},
-      {"[T]", "[T]"},
-      {"a\tb", "a\tb"},
-      {"v;c", "v;c"},
-      {"\"", "\""},
-      {"\"\"v\"\"", "\"v\""},
-      {"\xE4\xFF", "\xE4\xFF"},
-      {"\xA0v\xA0", "\xA0v\xA0"},
-  };
-  for (const Row& row : rows) {
+  const auto keeps = [this](const char* written, const char* read) {
     Put("[S]\r\na=1\r\nk=0\r\n[T]\r\nk=t\r\n");
     for (const char* key : {"k", "new"}) {
-      EXPECT_TRUE(Set("S", key, row.written));
-      EXPECT_EQ(Get("S", key), row.read) << row.written;
+      EXPECT_TRUE(Set("S", key, written));
+      EXPECT_EQ(Get("S", key), read) << written;
     }
     EXPECT_TRUE(Set("S", "a", "2"));
-    EXPECT_EQ(Get("S", "k"), row.read) << row.written << " after another write";
-    EXPECT_EQ(List("S"), "a|k|new|") << row.written;
-    EXPECT_EQ(Get("T", "k"), "t") << row.written;
-  }
+    EXPECT_EQ(Get("S", "k"), read) << written << " after another write";
+    EXPECT_EQ(List("S"), "a|k|new|") << written;
+    EXPECT_EQ(Get("T", "k"), "t") << written;
+  };
+  for (const char* written :
+       {"v", "", "a b", ";c", "=v", "[T]", "a\tb", "v;c", "\"", "\xE4\xFF", "\xA0v\xA0"})
+    keeps(written, written);
+  for (const char* written : {" v ", "\tv\t", "\"v\"", "'v'"})
+    keeps(written, "v");
+  keeps("\" v \"", " v ");
+  keeps("\"\"v\"\"", "\"v\"");
 }
 
 // Why callers must keep control characters out of values.

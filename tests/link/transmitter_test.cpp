@@ -57,21 +57,16 @@ TEST_F(TransmitterTest, ACommandMaySendItselfBetweenTheBytesOfAnother) {
   EXPECT_EQ(link.Flags().LastCommand, "M1");
 }
 
-TEST_F(TransmitterTest, DataFlowWaitsFirst) {
+TEST_F(TransmitterTest, WaitsTakeTheirTimeWithEventsGoingOn) {
   link.SetDataFlow(true);
-  link.SetDataFlow(false);
-  ASSERT_EQ(Commands(), (Texts{"D1", "D0"}));
+  ASSERT_EQ(Commands(), (Texts{"D1"}));
   EXPECT_EQ(port.Writes()[0].at, 51);  // past 50
-  EXPECT_EQ(port.Writes()[1].at, 102);
-}
-
-TEST_F(TransmitterTest, AckWaitTakesItsTimeWithEventsGoingOn) {
-  Feed(Line("A"));  // an acknowledgement does not end it
+  Feed(Line("A"));                     // an acknowledgement does not end it
   int events_run = 0;
   for (int at : {0, 60, 124, 126})
     time.Post(EventKind::kInput, at, [&] { ++events_run; });
   link.WaitForAck(125);
-  EXPECT_EQ(time.Now(), 126);
+  EXPECT_EQ(time.Now(), 51 + 126);
   EXPECT_EQ(events_run, 4);
 }
 

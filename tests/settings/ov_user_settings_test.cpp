@@ -1,3 +1,4 @@
+#include "base/text.h"
 #include "tests/settings/user_settings_fixture.h"
 
 #include <map>
@@ -50,43 +51,40 @@ TEST_F(UserSettingsFile, WhatItDoesNotKnowStays) {
 }
 
 TEST_F(UserSettingsFile, ConvertsWhatAPersonMayHaveTyped) {
-  // A line of the file, the text that is kept then, and whether the line is of use.
-  const std::tuple<std::string, const char*, bool> rows[] = {{"FORM-TOP= 7 ", "7", true},
-                                                             {"FORM-TOP=2.5", "2", true},
-                                                             {"FORM-TOP=3.5", "4", true},
-                                                             {"FORM-TOP=1E3", "1000", true},
-                                                             {"FORM-TOP=2147483647", "2147483647", true},
-                                                             {"FORM-TOP=2147483648", "100", false},
-                                                             {"FORM-TOP=abc", "100", false},
-                                                             {"FORM-TOP=", "100", false},
-                                                             {"FORM-LEFT=0x10", "100", false},
-                                                             {"FORM-REGION=255", "255", true},
-                                                             {"FORM-REGION=256", "1", false},
-                                                             {"FORM-REGION=-1", "1", false},
-                                                             {"FORM-REGION=70000", "1", false},
-                                                             {"F-PWR-INDEX=-5", "-5", true},
-                                                             {"F-PWR-INDEX=32768", "8", false},
-                                                             {"R-PWR-INDEX=one", "8", false},
-                                                             {"CLIENT-MSG-ID=-1", "-1", true},
-                                                             {"CLIENT-MSG-ID=1E99", "14300", false},
-                                                             {"FORM-ON-TOP=tRUE", "True", true},
-                                                             {"FORM-ON-TOP=-1", "True", true},
-                                                             {"FORM-ON-TOP=0.5", "True", true},
-                                                             {"FORM-ON-TOP=0", "False", true},
-                                                             {"FORM-ON-TOP=yes", "False", false},
-                                                             {"CLIENT-APP=", "", true},
-                                                             {"CLIENT-APP=\"a b\"", "a b", true}};
-  for (const auto& [line, text, usable] : rows) {
-    const std::string content = "[USER-SETTINGS]\r\n" + line + "\r\n";
-    PutFile(path_, content);
-    Run run(*this);
-    const std::string key = line.substr(0, line.find('='));
-    for (const SettingRow& setting : UserSettingRows()) {
-      EXPECT_EQ(SettingText(setting, run.kept.Settings()), setting.key == key ? text : DefaultText(setting))
-          << line;
+  struct Row {
+    const char* kept;
+    bool usable;
+    std::vector<std::string> lines;
+  };
+  const Row rows[] = {{"7", true, {"FORM-TOP= 7 "}},
+                      {"2", true, {"FORM-TOP=2.5"}},
+                      {"4", true, {"FORM-TOP=3.5"}},
+                      {"1000", true, {"FORM-TOP=1E3"}},
+                      {"2147483647", true, {"FORM-TOP=2147483647"}},
+                      {"100", false, {"FORM-TOP=2147483648", "FORM-TOP=abc", "FORM-TOP=", "FORM-LEFT=0x10"}},
+                      {"255", true, {"FORM-REGION=255"}},
+                      {"1", false, {"FORM-REGION=256", "FORM-REGION=-1", "FORM-REGION=70000"}},
+                      {"-5", true, {"F-PWR-INDEX=-5"}},
+                      {"8", false, {"F-PWR-INDEX=32768", "R-PWR-INDEX=one"}},
+                      {"14300", false, {"CLIENT-MSG-ID=1E99"}},
+                      {"True", true, {"FORM-ON-TOP=tRUE", "FORM-ON-TOP=-1", "FORM-ON-TOP=0.5"}},
+                      {"False", true, {"FORM-ON-TOP=0"}},
+                      {"False", false, {"FORM-ON-TOP=yes"}},
+                      {"", true, {"CLIENT-APP="}},
+                      {"a b", true, {"CLIENT-APP=\"a b\""}}};
+  for (const auto& [text, usable, lines] : rows) {
+    for (const std::string& line : lines) {
+      const std::string content = "[USER-SETTINGS]\r\n" + line + "\r\n";
+      PutFile(path_, content);
+      Run run(*this);
+      const std::string key = line.substr(0, line.find('='));
+      for (const SettingRow& setting : UserSettingRows()) {
+        EXPECT_EQ(SettingText(setting, run.kept.Settings()), setting.key == key ? text : DefaultText(setting))
+            << line;
+      }
+      EXPECT_EQ(run.fault, usable ? "" : line);
+      EXPECT_EQ(FileBytes(path_), content) << "loading changes nothing";
     }
-    EXPECT_EQ(run.fault, usable ? "" : line);
-    EXPECT_EQ(FileBytes(path_), content) << "loading changes nothing";
   }
 }
 
@@ -107,31 +105,12 @@ TEST_F(UserSettingsFile, TellsAllUnusableValuesTogetherAndLoadsTheRest) {
 }
 
 TEST_F(UserSettingsFile, SaysWhatTheFileCannotKeep) {
-  const std::string texts[] = {"OVClient",
-                               "",
-                               " a",
-                               "a ",
-                               "\"a\"",
-                               "'a'",
-                               "\"a",
-                               "'",
-                               "\"",
-                               "a\"b",
-                               "a\tb",
-                               "a\r\nb",
-                               "a\x7F",
-                               "\x01",
-                               ";x",
-                               "[x]",
-                               "=x",
-                               "a = b",
-                               "\xA0x\xA0",
-                               "\xE4",
-                               std::string(254, 'x'),
-                               std::string(255, 'x'),
-                               std::string(1, '\0'),
-                               "''",
-                               "\"a'"};
+  std::vector<std::string> texts{std::string(254, 'x'), std::string(255, 'x'), std::string(1, '\0')};
+  for (const auto text :
+       Split("|OVClient| a|a |\"a\"|'a'|\"a|'|\"|a\"b|a\tb|a\r\nb|a\x7F|\x01|;x|[x]|=x|a = b|"
+             "\xA0x\xA0|\xE4|''|\"a'",
+             '|'))
+    texts.emplace_back(text);
   for (const std::string& text : texts) {
     Run run(*this);
     run.kept.Settings().ClientApp = text;

@@ -30,32 +30,19 @@ TEST(MeterCommands, AnswerEveryQueryOfAFreshMeter) {
 }
 
 TEST(MeterCommands, KeepWhatTheyAccept) {
-  // What is set, and how the query of its letter is answered.
-  const std::pair<std::string, std::string> rows[] = {{"T-3", "T-3"},
-                                                      {"T20", "T20"},
-                                                      {"t-20", "t-20"},
-                                                      {"t0", "t0"},
-                                                      {"P1", "P1"},
-                                                      {"S0", "S0"},
-                                                      {"b3", "b3"},
-                                                      {"l7", "l7"},
-                                                      {"V0", "V0"},
-                                                      {"2M", "M2"},
-                                                      {"M3", "M3"},
-                                                      {"0M", "M0"},
-                                                      {"I1", "I1"},
-                                                      {"I4", "I4"},
-                                                      {"I0", "I1"},  // reported within 1..4
-                                                      {"CDL\xD8 BC", "CDL\xD8 BC"},
-                                                      {"C1234567890123456", "C1234567890123456"},
-                                                      {"CTEST            ", "CTEST"},
-                                                      {"C", "C"}};
   VirtualLine line;
-  for (const auto& [set, answer] : rows) {
+  const auto keeps = [&](const std::string& set, const std::string& answer) {
     EXPECT_EQ(line.Command(set), kAck) << set;
     EXPECT_EQ(line.LastVerdict(), Verdict::kAccepted) << set;
     EXPECT_EQ(line.Command(std::string{answer[0], '?'}), MessageFrame(answer)) << set;
-  }
+  };
+  for (const char* set : {"T-3", "T20", "t-20", "t0", "P1", "S0", "b3", "l7", "V0", "M3", "I1", "I4",
+                          "CDL\xD8 BC", "C1234567890123456", "C"})
+    keeps(set, set);
+  keeps("2M", "M2");
+  keeps("0M", "M0");
+  keeps("I0", "I1");  // reported within 1..4
+  keeps("CTEST            ", "CTEST");
 }
 
 TEST(MeterCommands, RefuseWithoutChangingAnything) {
@@ -132,28 +119,6 @@ TEST(MeterCommands, AreNoiseAtAnotherLineSpeed) {
   const std::string noise = line.Until(line.Now + 1000);
   EXPECT_EQ(noise.size(), 5 * MessageFrame("D,0,0,0.00,0;0").size());
   EXPECT_EQ(noise.find("D,0"), std::string::npos);
-}
-
-TEST(MeterCommands, AreLoggedUpToTheLimit) {
-  VirtualLine line({.LogLimit = 2});
-  line.Command("b?");
-  line.Command("T99");
-  line.Command("P1");
-  const MeterLog& log = line.Meter.Log();
-  EXPECT_EQ(log.CommandTotal, 3U);
-  ASSERT_EQ(log.Commands.size(), 2U);
-  EXPECT_EQ(log.Commands[0].Text, "T99");
-  EXPECT_EQ(log.Commands[0].Outcome, Verdict::kOutOfRange);
-  EXPECT_EQ(log.Commands[1].Text, "P1");
-}
-
-TEST(MeterKnobs, ReportTheirNewValueUnasked) {
-  VirtualLine line;
-  EXPECT_TRUE(line.Meter.ChangeAtMeter("2M"));
-  EXPECT_TRUE(line.Meter.ChangeAtMeter("b3"));
-  EXPECT_FALSE(line.Meter.ChangeAtMeter("b4"));
-  EXPECT_FALSE(line.Meter.ChangeAtMeter(""));
-  EXPECT_EQ(line.Until(line.Now + 10), MessageFrame("M2") + MessageFrame("b3"));
 }
 
 }  // namespace

@@ -13,18 +13,6 @@ std::vector<std::int64_t> PacketTimes(const MeterLog& log) {
   return times;
 }
 
-TEST(MeterStream, RunsOnlyBetweenOnAndOff) {
-  VirtualLine line;
-  line.Meter.SetPower(100, 4);
-  EXPECT_EQ(line.Until(line.Now + 3000), "");
-  const std::string start = line.Command("D1");
-  EXPECT_TRUE(start.starts_with(MessageFrame("A"))) << "the acknowledgement comes before the first packet";
-  EXPECT_EQ(Lines(line.Until(line.Now + 990)).size(), 4U);
-  line.Command("D0");
-  EXPECT_EQ(line.Until(line.Now + 3000), "");
-  EXPECT_EQ(line.Meter.NextDue(), std::nullopt);
-}
-
 TEST(MeterStream, IsPacedByTheMode) {
   for (const auto& [mode, interval] : {std::pair{"M0", 200}, {"M1", 1000}, {"M2", 2000}, {"M3", 200}}) {
     StreamingLine line(0, 0, mode);
@@ -49,18 +37,6 @@ TEST(MeterStream, TakesANewPaceFromItsLastPacket) {
   line.Command("T?");  // other commands leave the pace alone
   line.Until(line.Now + 1000);
   EXPECT_EQ(line.Meter.Log().Packets[6].TimeMs - times[1], 1000);
-}
-
-TEST(MeterStream, FillsALineOnRequest) {
-  VirtualLine line;
-  line.Meter.SetStreamRate(187);
-  line.Command("D1");
-  const auto first = line.Meter.Log().Packets.front().TimeMs;
-  line.Until(first + 9999);
-  EXPECT_EQ(line.Meter.Log().PacketTotal, 1870U);
-  line.Command("D1");  // already on: acknowledged, the pace goes on
-  line.Until(first + 19999);
-  EXPECT_EQ(line.Meter.Log().PacketTotal, 2 * 1870U);
 }
 
 TEST(MeterStream, SendsWhatItMeasures) {
@@ -154,15 +130,6 @@ TEST(MeterRow, IsSentWhenItChanges) {
   EXPECT_EQ(next(400, 400), "R1");
   line.Command("b3");  // 400, 2000, 3000 W
   EXPECT_EQ(next(400, 400), "R0") << "a new range setting counts at once";
-}
-
-TEST(MeterRow, IsMeasuredWhenAsked) {
-  VirtualLine line;
-  line.Meter.SetPower(300, 0);
-  EXPECT_EQ(line.Command("R?"), MessageFrame("R1"));
-  const auto lines = Lines(line.Command("D1"));
-  ASSERT_EQ(lines.size(), 2U) << "the row is known already";
-  EXPECT_TRUE(lines[1].starts_with("\x02\x44,300"));
 }
 
 }  // namespace

@@ -98,20 +98,6 @@ TEST_P(LayoutTest, SegmentsAreEvenInPixels) {
   }
 }
 
-TEST_P(LayoutTest, WhatLiesOnMultiplesOfSixtyTwipsIsOnWholePixels) {
-  int on_grid = 0;
-  for (const HeadlessWindow* window : SeenWindows()) {
-    const Rect place = Face::PlaceOnFace(*window);
-    for (const int edge : {place.left, place.top, place.right(), place.bottom()}) {
-      if (edge % 60 != 0) continue;
-      ++on_grid;
-      for (const int pixels_per_inch : {96, 120})
-        EXPECT_EQ(ToPixels(edge, pixels_per_inch) * kTwipsPerInch, edge * pixels_per_inch) << Name(*window);
-    }
-  }
-  EXPECT_GT(on_grid, 30);
-}
-
 TEST_P(LayoutTest, TheTabKeyStopsAtEveryButtonThatIsSeenAndAtNothingElse) {
   const MeterControls& meter = face.Meter();
   const FormControls& form = face.Controls();

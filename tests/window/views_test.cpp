@@ -131,17 +131,6 @@ TEST_F(ViewsTest, TheShortViewShowsBothBarsInTheForwardFrame) {
   }
 }
 
-TEST(Views, ReadingsGoOnInTheShortView) {
-  RunningFace run;
-  ASSERT_TRUE(run.Start("FORM-REGION=0\r\nF-PWR-INDEX=1\r\nR-PWR-INDEX=1\r\n"));
-  run.program.line.Meter.SetPower(60, 10);
-  run.program.RunFor(3000);
-  EXPECT_EQ(run.program.Fwd(), "50");
-  EXPECT_EQ(run.program.Lit(run.face.Meter().forward), 27);
-  EXPECT_EQ(run.program.Lit(run.face.Meter().reflected), 21);
-  EXPECT_NE(run.program.Ratio(), "");
-}
-
 // Every control that has this meaning, by its window and in both views where it is seen.
 TEST_F(ViewsTest, ADoubleClickChangesTheViewNearlyEverywhere) {
   const MeterControls& meter = face.Meter();
