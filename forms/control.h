@@ -74,6 +74,8 @@ class WindowedControl : public Control, private WidgetClient {
   const std::string& WindowText() const { return text_; }
   /// Moves it into another container, in front of what is there; its place is then measured from there.
   void SetContainer(WindowedControl& container);
+  /// For controls that are made inside this one.
+  Widget& AsWidget() const { return *window_; }
 
  protected:
   /// For the form, which makes its own window.

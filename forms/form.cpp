@@ -12,6 +12,12 @@ struct Form::Client : TopWindowClient {
   void OnClose() override { Tell(form_.CloseRequested); }
   void OnShellRestarted() override { Tell(form_.ShellRestarted); }
   void OnDisplayChanged() override { Tell(form_.DisplayChanged); }
+  void OnDevicesChanged() override { Tell(form_.DevicesChanged); }
+  void OnPortRemoved(int number) override {
+    if (form_.PortRemoved) form_.PortRemoved(number);
+  }
+  void OnResumed() override { Tell(form_.Resumed); }
+  void OnSessionEnd() override { Tell(form_.SessionEnd); }
   static void Tell(const std::function<void()>& handler) {
     if (handler) handler();
   }
@@ -19,10 +25,10 @@ struct Form::Client : TopWindowClient {
   WidgetClient& base_;
 };
 
-Form::Form(WindowSystem& windows, std::string_view caption, Size size)
+Form::Form(WindowSystem& windows, std::string_view caption, Size size, WindowLook look)
     : WindowedControl(Rect{0, 0, size.width, size.height}),
       client_(std::make_unique<Client>(*this, AsClient())),
-      window_(windows.CreateTopWindow(*client_, caption, size)) {
+      window_(windows.CreateTopWindow(*client_, caption, size, look)) {
   Adopt(*window_);
   SetWindowText(caption);
 }

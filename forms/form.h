@@ -10,14 +10,18 @@ namespace orvane {
 /// A top-level window and the root of its controls.
 class Form : public WindowedControl {
  public:
-  /// Makes the window, hidden. `size` in twips.
-  Form(WindowSystem& windows, std::string_view caption, Size size);
+  /// Makes the window, hidden. `size` in twips, without the system's frame.
+  Form(WindowSystem& windows, std::string_view caption, Size size, WindowLook look = WindowLook::kFace);
   ~Form() override;
 
   /// The user or the system wants it closed.
   std::function<void()> CloseRequested;
-  std::function<void()> ShellRestarted;  ///< see TopWindowClient
-  std::function<void()> DisplayChanged;  ///< see TopWindowClient
+  std::function<void()> ShellRestarted;         ///< see TopWindowClient
+  std::function<void()> DisplayChanged;         ///< see TopWindowClient
+  std::function<void()> DevicesChanged;         ///< see TopWindowClient
+  std::function<void(int number)> PortRemoved;  ///< see TopWindowClient
+  std::function<void()> Resumed;                ///< see TopWindowClient
+  std::function<void()> SessionEnd;             ///< see TopWindowClient
 
   const std::string& Caption() const { return WindowText(); }
   Color BackColor() const { return back_color_; }

@@ -3,6 +3,7 @@
 #include "platform/client_windows.h"
 #include "platform/clock.h"
 #include "platform/event_pump.h"
+#include "platform/port_list.h"
 #include "platform/profile_store.h"
 #include "platform/serial_port.h"
 #include "platform/shell.h"
@@ -22,6 +23,7 @@ struct Platform {
   SingleInstance& instance;
   Shell& shell;
   ClientWindows& clients;
+  PortList& ports;
   SystemInfo& system;
 };
 

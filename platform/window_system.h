@@ -68,9 +68,23 @@ struct TopWindowClient : WidgetClient {
   virtual void OnShellRestarted() = 0;
   /// Screens came, went or changed, or the window was restored: where it stands may not be on any of them.
   virtual void OnDisplayChanged() = 0;
+  /// An adapter of any kind came or went.
+  virtual void OnDevicesChanged() = 0;
+  /// The system took the serial port of this number away.
+  virtual void OnPortRemoved(int number) = 0;
+  /// The computer slept and is awake again: what was open may be dead.
+  virtual void OnResumed() = 0;
+  /// The session ends; the process does when this returns.
+  virtual void OnSessionEnd() = 0;
 };
 
-/// The main window: no frame of the system around it.
+enum class WindowLook {
+  kFace,    ///< no frame of the system around it
+  kDialog,  ///< the system's frame with caption and close button around the given size; no entry in the
+            ///< taskbar
+};
+
+/// A window of its own on the desktop.
 struct TopWindow : Widget {
   virtual void Show() = 0;
   /// Where the window stands on the screen, twips.
@@ -80,6 +94,8 @@ struct TopWindow : Widget {
   virtual void SetState(WindowState state) = 0;
   /// True when some part of the window is on a screen.
   virtual bool OnScreen() = 0;
+  /// Moves it into the middle of the screen on which `other` is, or was before it was minimised.
+  virtual void CenterOnScreenOf(TopWindow& other) = 0;
   virtual void SetTopMost(bool on) = 0;
   /// Gives the window a shape: the union of rectangles, pixels from the window's corner. None at all: nothing
   /// is seen.
@@ -117,13 +133,17 @@ struct MenuItem {
 enum class BoxStyle { kPlain, kOkCancel, kInformation = 64, kCritical = 16 };
 enum class BoxAnswer { kOk = 1, kCancel = 2 };
 
+struct PanelControls;  // platform/panel_controls.h
+
 /// The desktop: windows, boxes, timers, the screen.
 struct WindowSystem {
   virtual ~WindowSystem() = default;
+  /// The first one with the look of a face is the program's main window.
   virtual std::unique_ptr<TopWindow> CreateTopWindow(TopWindowClient& client, std::string_view caption,
-                                                     Size size) = 0;
+                                                     Size size, WindowLook look) = 0;
   virtual std::unique_ptr<Widget> CreateChild(Widget& container, WidgetClient& client,
                                               const Rect& bounds) = 0;
+  virtual PanelControls& Panels() = 0;
   virtual std::unique_ptr<TimerHandle> StartTimer(int milliseconds, std::function<void()> tick) = 0;
   /// Shows a box and waits for its button. Events go on meanwhile.
   virtual BoxAnswer ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) = 0;

@@ -1,6 +1,7 @@
 #include "platform/headless/desktop.h"
 
 #include "base/runtime_error.h"
+#include "platform/headless/panel_controls.h"
 
 #include <algorithm>
 
@@ -16,7 +17,7 @@ class HeadlessChild : public Widget, public HeadlessWindow {
   void SetToolTip(std::string_view text) override { PutTip(text); }
   void Invalidate(const Rect&) override { CountInvalidation(); }
   void SetTabStop(bool on) override { PutTabStop(on); }
-  void SetFocus() override { Focus(true); }
+  void SetFocus() override { PutFocus(); }
   void SetContainer(Widget& container) override { PutContainer(dynamic_cast<HeadlessWindow&>(container)); }
 };
 
@@ -89,23 +90,33 @@ void HeadlessWindow::PutContainer(HeadlessWindow& container) {
   container.children_.push_back(this);
 }
 
-HeadlessTopWindow::HeadlessTopWindow(HeadlessDesktop& desktop, TopWindowClient& client, Size size)
+HeadlessTopWindow::HeadlessTopWindow(HeadlessDesktop& desktop, TopWindowClient& client, Size size,
+                                     WindowLook look)
     : HeadlessWindow(client, nullptr, {0, 0, size.width, size.height}), desktop_(desktop), client_(client) {
   PutVisible(false);
-  desktop_.main_ = this;
+  (look == WindowLook::kFace ? desktop_.main_ : desktop_.dialog_) = this;
 }
 
 HeadlessTopWindow::~HeadlessTopWindow() {
-  desktop_.main_ = nullptr;
+  (desktop_.main_ == this ? desktop_.main_ : desktop_.dialog_) = nullptr;
 }
 
 HeadlessWindow* HeadlessTopWindow::Find(std::string_view text) {
   return FindBelow(*this, text);
 }
 
+HeadlessDesktop::HeadlessDesktop(VirtualTime& time)
+    : time_(time), panels_(std::make_unique<HeadlessPanels>()) {}
+
+HeadlessDesktop::~HeadlessDesktop() = default;
+
+PanelControls& HeadlessDesktop::Panels() {
+  return *panels_;
+}
+
 std::unique_ptr<TopWindow> HeadlessDesktop::CreateTopWindow(TopWindowClient& client, std::string_view caption,
-                                                            Size size) {
-  auto window = std::make_unique<HeadlessTopWindow>(*this, client, size);
+                                                            Size size, WindowLook look) {
+  auto window = std::make_unique<HeadlessTopWindow>(*this, client, size, look);
   window->SetText(caption);
   return window;
 }

@@ -40,6 +40,8 @@ class HeadlessWindow {
   /// A key pressed and released here; true when the widget took it.
   bool Press(Key key);
   void Focus(bool has_focus) { client_.OnFocus(has_focus); }
+  /// How often the program put the keyboard here.
+  int Focusings() const { return focusings_; }
   bool TabStop() const { return tab_stop_; }
   void DoubleClick();
 
@@ -51,6 +53,10 @@ class HeadlessWindow {
   void PutContainer(HeadlessWindow& container);
   void CountInvalidation() { ++invalidations_; }
   void PutTabStop(bool on) { tab_stop_ = on; }
+  void PutFocus() {
+    ++focusings_;
+    Focus(true);
+  }
 
  private:
   WidgetClient& client_;
@@ -62,11 +68,12 @@ class HeadlessWindow {
   bool visible_ = true;
   bool tab_stop_ = false;
   int invalidations_ = 0;
+  int focusings_ = 0;
 };
 
 class HeadlessTopWindow : public TopWindow, public HeadlessWindow {
  public:
-  HeadlessTopWindow(HeadlessDesktop& desktop, TopWindowClient& client, Size size);
+  HeadlessTopWindow(HeadlessDesktop& desktop, TopWindowClient& client, Size size, WindowLook look);
   ~HeadlessTopWindow() override;
 
   void SetText(std::string_view text) override { PutText(text); }
@@ -76,13 +83,14 @@ class HeadlessTopWindow : public TopWindow, public HeadlessWindow {
   void Invalidate(const Rect&) override { CountInvalidation(); }
   void SetContainer(Widget&) override {}
   void SetTabStop(bool on) override { PutTabStop(on); }
-  void SetFocus() override { Focus(true); }
+  void SetFocus() override { PutFocus(); }
   void Show() override { PutVisible(true); }
   Rect Bounds() override { return Place(); }
   void MoveTo(Point corner) override { PutBounds({corner.x, corner.y, Place().width, Place().height}); }
   WindowState State() override { return state_; }
   void SetState(WindowState state) override { state_ = state; }
   bool OnScreen() override { return on_screen; }
+  void CenterOnScreenOf(TopWindow& other) override { centered_on = &other; }
   void SetTopMost(bool on) override { top_most_ = on; }
 
   void SetShape(const std::vector<Rect>& runs) override { shape_ = runs; }
@@ -93,6 +101,7 @@ class HeadlessTopWindow : public TopWindow, public HeadlessWindow {
   const std::vector<Rect>& Shape() const { return shape_; }
   int drags = 0;
   bool on_screen = true;
+  TopWindow* centered_on = nullptr;
   TopWindowClient& System() { return client_; }
   Size border;
   /// The user closes it by the taskbar.
@@ -138,10 +147,12 @@ struct ShownBox {
 /// Windows, boxes and timers in memory, in virtual time.
 class HeadlessDesktop : public WindowSystem {
  public:
-  explicit HeadlessDesktop(VirtualTime& time) : time_(time) {}
+  explicit HeadlessDesktop(VirtualTime& time);
+  ~HeadlessDesktop() override;
 
-  std::unique_ptr<TopWindow> CreateTopWindow(TopWindowClient& client, std::string_view caption,
-                                             Size size) override;
+  std::unique_ptr<TopWindow> CreateTopWindow(TopWindowClient& client, std::string_view caption, Size size,
+                                             WindowLook look) override;
+  PanelControls& Panels() override;
   std::unique_ptr<Widget> CreateChild(Widget& container, WidgetClient& client, const Rect& bounds) override;
   std::unique_ptr<TimerHandle> StartTimer(int milliseconds, std::function<void()> tick) override;
   BoxAnswer ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) override;
@@ -156,6 +167,8 @@ class HeadlessDesktop : public WindowSystem {
 
   /// The main window while it exists.
   HeadlessTopWindow* Main() const { return main_; }
+  /// The dialog while one exists.
+  HeadlessTopWindow* Dialog() const { return dialog_; }
 
   Size screen{1920 * 15, 1080 * 15};  ///< twips
   Size pixels_per_inch{96, 96};
@@ -181,7 +194,9 @@ class HeadlessDesktop : public WindowSystem {
   friend class HeadlessTopWindow;
   VirtualTime& time_;
   HeadlessTray tray_;
+  std::unique_ptr<PanelControls> panels_;
   HeadlessTopWindow* main_ = nullptr;
+  HeadlessTopWindow* dialog_ = nullptr;
 };
 
 /// Whether a copy runs is the test's choice.

@@ -3,6 +3,7 @@
 #include "platform/headless/client_windows.h"
 #include "platform/headless/desktop.h"
 #include "platform/headless/files.h"
+#include "platform/headless/port_list.h"
 #include "platform/headless/profile_store.h"
 #include "platform/headless/serial_port.h"
 #include "platform/headless/shell.h"
@@ -129,7 +130,8 @@ class Program {
   HeadlessShell shell;
   HeadlessClientWindows clients;
   HeadlessSystemInfo system;
-  Platform platform{time, time, port, profiles, files, desktop, instance, shell, clients, system};
+  HeadlessPortList ports;
+  Platform platform{time, time, port, profiles, files, desktop, instance, shell, clients, ports, system};
   SimulatedLine line;
   std::unique_ptr<Orvane> orvane;
 

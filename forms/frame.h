@@ -1,0 +1,22 @@
+#pragma once
+
+#include "forms/control.h"
+#include "platform/panel_controls.h"
+
+#include <string>
+
+namespace orvane {
+
+/// A panel, or a captioned group of controls in one; in the system's look. Its window text is its caption.
+class Frame : public WindowedControl {
+ public:
+  Frame(WindowSystem& windows, WindowedControl& container, const Rect& bounds, std::string_view caption,
+        FrameKind kind = FrameKind::kGroup);
+
+  const std::string& Caption() const { return WindowText(); }
+
+ private:
+  std::unique_ptr<Widget> frame_;
+};
+
+}  // namespace orvane
