@@ -17,10 +17,11 @@ struct LinkFlags {
   bool MeterFound = false;          ///< the meter answered and was asked for its readings
   bool ResyncPending = false;       ///< keeps a burst of framing errors from restarting the search again
   bool MeterSearchRunning = false;  ///< from the first attempt to the meter's answer
-  bool SearchAbandoned = false;     ///< the operator does not want to try again
+  bool SearchAbandoned = false;     ///< given up: the operator does not want to try again, or no port opens
   bool PortGone = false;            ///< the port was lost in use and is waited for
   bool DataFlowWanted = false;      ///< the meter was found and the operator did not stop its readings
   std::uint32_t LastLineTick = 0;   ///< tick count of the last line of any kind
+  std::uint32_t Replies = 0;        ///< lines taken in that were no readings, modulo 2^32
   std::string LastCommand;          ///< text of the command given to the transmitter last
   /// What WaitForAck looks for. The meter's "A" is not stored here, so that its waits take their full time:
   /// they pace the meter, which acknowledges a setting before it has carried it out.

@@ -38,6 +38,7 @@ void MessageClassifier::ProcessMessage(std::string_view message) {
 }
 
 void MessageClassifier::Handle(ReplyHandler handler, std::string_view message, bool beep) {
+  ++context_.flags.Replies;
   Attempt([&] { handler(context_, message); });
   if (beep && settings_.PktNotify()) context_.events.Beep();
 }

@@ -6,6 +6,12 @@
 #include "platform/wait.h"
 
 namespace orvane {
+namespace {
+
+constexpr std::int32_t kLeaveMs = 100;      // for the last command to leave the port before it is closed
+constexpr std::int32_t kLastReplyMs = 125;  // for the reply to the last query
+
+}  // namespace
 
 MeterLink::MeterLink(Clock& clock, EventPump& pump, SerialPort& port, LinkSettings& settings,
                      LinkEvents& events)
@@ -25,7 +31,16 @@ MeterLink::~MeterLink() {
 
 void MeterLink::ApplyPortSettings() {
   link_.settings.SaveMeterSettings();
+  link_.events.EnableFindMeter(false);
+  if (link_.port.PortOpen()) {
+    SetDataFlow(false);
+    Attempt([this] { WaitTicks(link_.clock, link_.pump, kLeaveMs); });
+    watch_.DropReadings();
+  }
   search_.Restart();
+  if (KeptPort() != 0) return;
+  link_.events.EnableFindMeter(false);
+  link_.events.ShowStatus("No Port Selected", StatusTone::kNormal);
 }
 
 void MeterLink::StopAndClose() {
@@ -35,6 +50,18 @@ void MeterLink::StopAndClose() {
   Attempt([this] { BlockTicks(link_.clock, kStillMs); });
   link_.port.Close();
   Attempt([this] { BlockTicks(link_.clock, kStillMs); });
+}
+
+bool MeterLink::RefreshParameters() {
+  if (!flags_.MeterFound || !link_.port.PortOpen()) return false;
+  const std::uint32_t before = flags_.Replies;
+  Attempt([this] {
+    LoadMeterParameters(0);
+    WaitTicks(link_.clock, link_.pump, kLastReplyMs);
+  });
+  if (flags_.Replies == before) return false;
+  lists_.Build(state_);
+  return true;
 }
 
 void MeterLink::LoadMeterParameters(std::int32_t extra_delay) {

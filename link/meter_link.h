@@ -5,6 +5,7 @@
 #include "link/meter_lists.h"
 #include "link/meter_search.h"
 #include "link/parameter_update.h"
+#include "link/port_setup.h"
 #include "link/port_watch.h"
 #include "link/receiver.h"
 #include "link/transmitter.h"
@@ -35,8 +36,12 @@ class MeterLink {
 
   /// A tick of `TimerFindMeter`: one attempt to find the meter.
   void FindMeter() { search_.FindMeter(); }
-  /// After the operator chose another port or speed: keeps them, and searches with them from the beginning.
+  /// After the operator chose another port or speed: keeps them, stops the readings on the port that is open,
+  /// and searches with the new ones from the beginning; without a port nothing is searched.
   void ApplyPortSettings();
+  /// The number of the kept port, 0 for none, and whether it is open now.
+  int KeptPort() const { return PortNumber(link_.settings.CommPort()); }
+  bool PortOpen() const { return link_.port.PortOpen(); }
   /// For the end of the program: stops the readings and closes the port, half a second in all, most of it
   /// without events. Never fails.
   void StopAndClose();
@@ -50,14 +55,23 @@ class MeterLink {
   }
   /// To be called every PortWatch::kTickMs: see PortWatch.
   void Watch() { watch_.Tick(); }
-  /// The computer slept, or an adapter came or went.
+  /// The computer slept: the port is not believed, but opened anew.
   void ReopenPort() { watch_.Reopen(); }
+  /// The system took a port away.
+  void PortRemoved(int number) {
+    if (number == link_.port.CommPort()) watch_.Reopen();
+  }
   void WaitForAck(std::int32_t delay_ms) { transmitter_.WaitForAck(delay_ms); }
 
   /// Asks for all parameters; see parameter_load.h. @throws RuntimeError kOverflow
   void LoadMeterParameters(std::int32_t extra_delay);
-  /// Makes the lists anew from the replies.
-  void BuildLists() { lists_.Build(state_); }
+  /// For a panel that is about to show them: stops the readings, asks for all parameters and makes the lists
+  /// anew. @return false when the meter did not answer, or is not found; everything is as it was then
+  bool RefreshParameters();
+  /// Readings go on after that, unless the operator had stopped them.
+  void ResumeDataFlow() {
+    if (flags_.MeterFound && flags_.DataFlowWanted) transmitter_.SetDataFlow(true);
+  }
 
   /// Changes of the meter's settings; see ParameterUpdate.
   void UpdateMeterParameters(const ParameterRecord& pending, const ParameterRecord& current) {

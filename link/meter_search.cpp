@@ -36,6 +36,7 @@ void MeterSearch::FindMeter() {
   // with a box each time.
   link_.events.EnableFindMeter(false);
   if (link_.flags.PortGone) return;  // lost meanwhile; its return is watched for
+  link_.flags.SearchAbandoned = true;
   link_.events.ShowBox("Comm Port = 0 No Port Selected. Please Select a Comm Port.", "No Port Selected");
 }
 
@@ -96,6 +97,7 @@ void MeterSearch::Succeed() {
   RestoreRanges();
   transmitter_.SetDataFlow(true);
   link_.flags.MeterFound = true;
+  link_.flags.SearchAbandoned = false;
   link_.flags.ResyncPending = false;
   link_.flags.DataFlowWanted = true;
   if (quiet_) link_.settings.SaveMeterSettings();

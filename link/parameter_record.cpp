@@ -9,7 +9,7 @@ ParameterRecord CurrentParameters(const MeterState& state) {
   record.RelayPolarity = state.ParamP;
   record.DisplayMessage = state.ParamS;
   record.RangeScale = state.ParamB2;
-  record.Intensity = state.ParamI == 4 ? std::int16_t{3} : state.ParamI;
+  record.Intensity = state.ParamI == 0 || state.ParamI == 4 ? std::int16_t{3} : state.ParamI;
   record.LowPowerAlarm = state.ParamL2;
   record.VSWRAlarm = state.ParamV;
   record.OperationMode = state.MeterMode;

@@ -24,7 +24,8 @@ struct ParameterRecord {
 };
 
 /// The settings that the meter reported last. The panel's list of intensities goes from 0 to 3, so the
-/// meter's highest, 4, counts as 3 here: an untouched list then is no change.
+/// meter's highest, 4, counts as 3 here, and so does one that it has not reported: an untouched list then is
+/// no change.
 ParameterRecord CurrentParameters(const MeterState& state);
 
 }  // namespace orvane

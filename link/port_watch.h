@@ -27,14 +27,15 @@ class PortWatch {
   /// Looks at port and stream; may search the meter, which takes seconds with all events going on. A call
   /// from inside that does nothing.
   void Tick();
-  /// The computer slept, or an adapter came or went: the port is not believed, but opened anew.
+  /// The computer slept, or the system took the port away: it is not believed, but opened anew.
   void Reopen();
+  /// What was read counts for nothing any more: other readings come from now on, or none.
+  void DropReadings();
 
  private:
   void Lose();
   void BringBack();
   void MindSilence();
-  void DropReadings();
   std::uint32_t Now() const { return static_cast<std::uint32_t>(link_.clock.GetTickCount()); }
 
   LinkContext link_;

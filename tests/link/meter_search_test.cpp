@@ -169,10 +169,11 @@ TEST_F(Search, WithoutAPortItEnds) {
     settings.comm_port = text;
     port.SetBusy(settings.comm_port == "7");
     events.log.clear();
-    link.ApplyPortSettings();
+    link.FindMeter();
     time.RunFor(10000);
     EXPECT_EQ(events.log, (Texts{std::string(kNoPort)})) << text;
     EXPECT_FALSE(events.FindMeterEnabled());
+    EXPECT_TRUE(link.Flags().SearchAbandoned);
   }
   EXPECT_TRUE(port.Writes().empty());
 }
