@@ -134,7 +134,7 @@ void Orvane::Minimize() {
 }
 
 void Orvane::ToggleView() {
-  if (mode_.Dip()) return;
+  if (mode_.Dip() || panels_.Open()) return;
   std::uint8_t& style = kept_.Settings().FormRegion;
   style = style == Views::kShort ? Views::kFull : Views::kShort;
   views_.SetViewStyle(style);
@@ -145,12 +145,28 @@ void Orvane::ShowVSWRMode(bool dip) {
   ShowViewOfMode();
 }
 
-// The dip mode's scale and buttons are in the full view only; the view that was kept comes back with the
-// power modes.
+// The dip mode's scale and buttons are in the full view only, and only there is room for a panel; the view
+// that was kept comes back afterwards.
 void Orvane::ShowViewOfMode() {
   view_waits_ = form_.Window().State() == WindowState::kMinimized;
-  const std::uint8_t style = mode_.Dip() ? Views::kFull : kept_.Settings().FormRegion;
+  const std::uint8_t style = mode_.Dip() || panels_.Open() ? Views::kFull : kept_.Settings().FormRegion;
   if ((style != Views::kShort) != views_.Full()) views_.SetViewStyle(style);
+}
+
+// What the system tells about itself.
+void Orvane::ConnectSystem() {
+  form_.DevicesChanged = [this] {
+    if (closing_ || !started_) return;
+    panels_.RefreshPorts();
+    link_.Watch();
+  };
+  form_.PortRemoved = [this](int number) {
+    if (!closing_) link_.PortRemoved(number);
+  };
+  form_.Resumed = [this] {
+    if (!closing_) link_.ReopenPort();
+  };
+  form_.SessionEnd = [this] { Form_Unload(0); };
 }
 
 // At logon the notification area may not be there yet.

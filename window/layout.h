@@ -61,6 +61,9 @@ inline constexpr Rect kSWRLabel{5490, 3495, 1050, 210};
 inline constexpr Rect kPowerLamp{6660, 3525, 150, 150};
 inline constexpr Rect kPowerLabel{6870, 3495, 1050, 210};
 
+// The settings panels lie over the graphs and leave the readouts and the status row free.
+inline constexpr Point kPanels{240, 540};
+
 inline constexpr Rect kDipCaption{6585, 1710, 1245, 165};
 
 // What the two views show at different places

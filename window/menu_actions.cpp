@@ -34,10 +34,28 @@ void Orvane::ConnectMenus() {
   }
 }
 
+void Orvane::ConnectPanels() {
+  panels_.OpenChanged = [this] { ShowViewOfMode(); };
+  panels_.PortChanged = [this] { meter_controls_.lblPort->SetCaption(kept_.Settings().CommPort); };
+}
+
 bool Orvane::OnFaceKey(Key key) {
-  if (key == Key::kMenu) OpenMainMenu();
-  if (key == Key::kF1) ShowHelp();
-  return key == Key::kMenu || key == Key::kF1;
+  switch (key) {
+    case Key::kMenu:
+      OpenMainMenu();
+      return true;
+    case Key::kF1:
+      ShowHelp();
+      return true;
+    case Key::kF2:
+      panels_.ShowFrameMeterSetup();
+      return true;
+    case Key::kF3:
+      panels_.ShowFrameSettings();
+      return true;
+    default:
+      return false;
+  }
 }
 
 // The system takes a moment over each part of the menu; the command goes out when all of them are gone.
@@ -69,6 +87,12 @@ void Orvane::OpenWindowMenu() {
 
 void Orvane::OpenSettingsMenu() {
   switch (platform_.windows.ShowPopupMenu(menus::SettingsMenu())) {
+    case menus::kMeterSettings:
+      panels_.ShowFrameMeterSetup();
+      break;
+    case menus::kProgramSettings:
+      panels_.ShowFrameSettings();
+      break;
     case menus::kStartDataFlow:
       link_.SetDataFlow(false);
       WaitTicks(platform_.clock, platform_.pump, kFlowPauseMs);

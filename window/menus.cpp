@@ -84,11 +84,12 @@ std::vector<MenuItem> WindowMenu() {
 }
 
 std::vector<MenuItem> SettingsMenu() {
-  return {Line(kStartDataFlow, "Start Data Flow"), Line(kStopDataFlow, "Stop Data Flow")};
+  return {Line(kMeterSettings, "Meter Settings"), Line(kProgramSettings, "Program Settings"), Separator(1003),
+          Line(kStartDataFlow, "Start Data Flow"), Line(kStopDataFlow, "Stop Data Flow")};
 }
 
 std::vector<MenuItem> HelpMenu() {
-  return {Line(kHelpContents, "Help Contents")};
+  return {Line(kHelpContents, "Help Contents"), Line(kAbout, "About Orvane Lite")};
 }
 
 std::vector<MenuItem> MainMenu(const MeterState& meter, const MeterLists& lists) {

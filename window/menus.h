@@ -17,10 +17,13 @@ inline constexpr int kClose = 1000;
 inline constexpr int kMinimize = 1002;
 inline constexpr int kRestore = 1003;
 // Settings menu
+inline constexpr int kMeterSettings = 1001;
+inline constexpr int kProgramSettings = 1002;
 inline constexpr int kStartDataFlow = 1004;
 inline constexpr int kStopDataFlow = 1005;
 // Help menu
 inline constexpr int kHelpContents = 1001;
+inline constexpr int kAbout = 1002;
 // Main menu: the first line of each list; trims count from their centre
 inline constexpr int kRange = 2000;
 inline constexpr int kLowPowerAlarm = 3000;

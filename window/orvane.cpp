@@ -31,12 +31,16 @@ Orvane::Orvane(Platform& platform)
       views_(form_, form_controls_, meter_controls_, faces_, dip_),
       launches_(platform),
       client_(platform.clients, platform.clock),
+      panels_(platform, form_, link_, kept_, status_, client_),
       tray_retry_(platform.windows, platform.clock, kTrayRetryMs),
       TimerFindMeter_(platform.windows, platform.clock, kFindMeterMs),
       port_watch_(platform.windows, platform.clock, PortWatch::kTickMs) {
   form_.SetBackColor(kFaceColor);
   TimerFindMeter_.Tick = [this] { link_.FindMeter(); };
-  port_watch_.Tick = [this] { link_.Watch(); };
+  port_watch_.Tick = [this] {
+    panels_.RefreshClientState();
+    link_.Watch();
+  };
   tray_retry_.Tick = [this] { AddTrayIcon(); };
   modes_.SendCommand = [this](std::string_view command) { link_.SendCommand(command); };
   modes_.ShowVSWRMode = [this](bool dip) { ShowVSWRMode(dip); };
@@ -48,6 +52,8 @@ Orvane::Orvane(Platform& platform)
   ConnectButtons();
   ConnectAlarms();
   ConnectMenus();
+  ConnectPanels();
+  ConnectSystem();
 }
 
 void Orvane::ShowStatus(std::string_view text, StatusTone tone) {

@@ -17,6 +17,7 @@
 #include "window/face_builder.h"
 #include "window/face_images.h"
 #include "window/link_settings_adapter.h"
+#include "window/settings_panels.h"
 #include "window/views.h"
 
 #include <cstdint>
@@ -48,6 +49,7 @@ class Orvane : private LinkEvents {
   const FormControls& Controls() const { return form_controls_; }
   const UserSettings& Settings() const { return kept_.Settings(); }
   const MeterLink& Link() const { return link_; }
+  const SettingsPanels& Panels() const { return panels_; }
 
  private:
   // What the link tells
@@ -79,6 +81,8 @@ class Orvane : private LinkEvents {
   void ConnectButtons();
   void ConnectAlarms();
   void ConnectMenus();
+  void ConnectPanels();
+  void ConnectSystem();
   static void OnButton(WindowedControl& control, int button, std::function<void()> action);
   bool OnFaceKey(Key key);
   void OpenMainMenu();
@@ -119,6 +123,7 @@ class Orvane : private LinkEvents {
   Views views_;
   Launches launches_;
   ClientData client_;
+  SettingsPanels panels_;
   Timer tray_retry_;
   bool logo_lit_ = false;
   bool view_waits_ = false;  // the meter changed its mode while the window was minimised
