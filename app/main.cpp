@@ -4,6 +4,7 @@
 #include "platform/win32/event_pump.h"
 #include "platform/win32/event_window.h"
 #include "platform/win32/files.h"
+#include "platform/win32/port_list.h"
 #include "platform/win32/profile_store.h"
 #include "platform/win32/serial_port.h"
 #include "platform/win32/shell.h"
@@ -23,8 +24,10 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   orvane::Win32SingleInstance instance;
   orvane::Win32Shell shell(windows);
   orvane::Win32ClientWindows clients(windows);
+  orvane::Win32PortList ports;
   orvane::Win32SystemInfo system;
-  orvane::Platform platform{clock, pump, port, profiles, files, windows, instance, shell, clients, system};
+  orvane::Platform platform{clock,    pump,  port,    profiles, files, windows,
+                            instance, shell, clients, ports,    system};
 
   orvane::Orvane program(platform);
   program.Form_Load();
