@@ -1,21 +1,10 @@
 #include "platform/win32/dpi.h"
 
+#include "platform/win32/late_call.h"
 #include "platform/win32/windows_api.h"
-
-#include <cstring>
 
 namespace orvane {
 namespace {
-
-// Calls that came with later versions of the system are looked up; the exe starts on Windows 7 as well.
-template <typename Function>
-Function Find(const char* name) {
-  const FARPROC found = ::GetProcAddress(::GetModuleHandleW(L"user32.dll"), name);
-  Function function = nullptr;
-  static_assert(sizeof(function) == sizeof(found));
-  std::memcpy(&function, &found, sizeof(found));
-  return function;
-}
 
 using Context = HANDLE;  // DPI_AWARENESS_CONTEXT in later headers
 Context ContextOf(INT_PTR value) {
@@ -35,10 +24,10 @@ int LogicalPixelsPerInch() {
 // possible (Windows 10 from 1607); before, the screen's true width against the one the process is told gives
 // the scale.
 int TruePixelsPerInch() {
-  const auto set_context = Find<Context(WINAPI*)(Context)>("SetThreadDpiAwarenessContext");
+  const auto set_context = FindLateCall<Context(WINAPI*)(Context)>("SetThreadDpiAwarenessContext");
   if (set_context != nullptr) {
     const Context before = set_context(ContextOf(kSystemAware));
-    const auto dpi_for_system = Find<UINT(WINAPI*)()>("GetDpiForSystem");
+    const auto dpi_for_system = FindLateCall<UINT(WINAPI*)()>("GetDpiForSystem");
     const int pixels =
         dpi_for_system != nullptr ? static_cast<int>(dpi_for_system()) : LogicalPixelsPerInch();
     set_context(before);
@@ -62,7 +51,7 @@ int DecideDpiAwareness() {
   }
   // Sharp text and lines while the system enlarges, where it knows how (Windows 10 from 1703); else plain
   // enlarging.
-  const auto set_process = Find<BOOL(WINAPI*)(Context)>("SetProcessDpiAwarenessContext");
+  const auto set_process = FindLateCall<BOOL(WINAPI*)(Context)>("SetProcessDpiAwarenessContext");
   if (set_process != nullptr) set_process(ContextOf(kUnawareGdiScaled));
   return kDesign;
 }

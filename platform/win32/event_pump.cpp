@@ -1,10 +1,13 @@
 #include "platform/win32/event_pump.h"
 
+#include "platform/win32/panel_frame.h"
 #include "platform/win32/serial_port.h"
 
 namespace orvane {
 
 void Win32EventPump::Dispatch(const MSG& message) {
+  const bool key = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
+  if (key && HandleAsPanelKey(message)) return;
   ::TranslateMessage(&message);
   ::DispatchMessageW(&message);
 }

@@ -42,12 +42,16 @@ struct SearchCloser {
 struct GdiCloser {
   void operator()(HGDIOBJ object) const { ::DeleteObject(object); }
 };
+struct WindowCloser {
+  void operator()(HWND window) const { ::DestroyWindow(window); }
+};
 struct MemoryDcCloser {
   void operator()(HDC dc) const { ::DeleteDC(dc); }
 };
 
 using UniqueHandle = UniqueResource<HANDLE, HandleCloser>;
 using UniqueSearch = UniqueResource<HANDLE, SearchCloser>;
+using UniqueWindow = UniqueResource<HWND, WindowCloser>;
 using UniqueFont = UniqueResource<HFONT, GdiCloser>;
 using UniqueBitmap = UniqueResource<HBITMAP, GdiCloser>;
 using UniqueRegion = UniqueResource<HRGN, GdiCloser>;

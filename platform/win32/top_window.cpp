@@ -4,29 +4,60 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <utility>
 #include <vector>
+#include <windowsx.h>
 
 namespace orvane {
 namespace {
 
 // A window without a frame of the system's, that still has an entry in the taskbar and answers Alt+Space.
-constexpr DWORD kStyle = WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN;
+constexpr DWORD kFaceStyle = WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN;
+constexpr DWORD kDialogStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
 
 }  // namespace
 
 Win32TopWindow::Win32TopWindow(WindowContext& context, TopWindowClient& client, std::string_view caption,
-                               Size size)
+                               Size size, WindowLook look)
     : Win32Window(context, client),
       client_(client),
-      shell_restarted_(::RegisterWindowMessageW(L"TaskbarCreated")) {
+      look_(look),
+      shell_restarted_(::RegisterWindowMessageW(L"TaskbarCreated")),
+      events_(client) {
   const Rect pixels = PixelsOf({0, 0, size.width, size.height});
-  Create({kStyle, WS_EX_APPWINDOW | WS_EX_CONTROLPARENT, {0, 0, pixels.width, pixels.height}, nullptr},
+  if (look == WindowLook::kFace) {
+    Create({kControlClass, kFaceStyle, WS_EX_APPWINDOW | WS_EX_CONTROLPARENT, FrameAround(pixels), nullptr},
+           caption);
+    events_.Attach(hwnd());
+    return;
+  }
+  // Not owned by the face: that may be minimised, and would take the dialog with it.
+  owner_.reset(::CreateWindowExW(WS_EX_TOOLWINDOW, L"STATIC", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
+                                 ::GetModuleHandleW(nullptr), nullptr));
+  const RECT frame = FrameAround(pixels);
+  Create({kPanelClass,
+          kDialogStyle,
+          WS_EX_CONTROLPARENT,
+          {0, 0, frame.right - frame.left, frame.bottom - frame.top},
+          owner_.get()},
          caption);
 }
 
+// The window's edges around a client area.
+RECT Win32TopWindow::FrameAround(const Rect& pixels) const {
+  RECT frame{pixels.left, pixels.top, pixels.right(), pixels.bottom()};
+  if (look_ == WindowLook::kDialog) ::AdjustWindowRectEx(&frame, kDialogStyle, FALSE, WS_EX_CONTROLPARENT);
+  return frame;
+}
+
+Size Win32TopWindow::BorderPixels() const {
+  const RECT frame = FrameAround({});
+  return {static_cast<int>(-frame.left), static_cast<int>(-frame.top)};
+}
+
 void Win32TopWindow::SetBounds(const Rect& bounds) {
-  const Rect pixels = PixelsOf(bounds);
-  ::SetWindowPos(hwnd(), nullptr, 0, 0, pixels.width, pixels.height,
+  const RECT frame = FrameAround(PixelsOf(bounds));
+  ::SetWindowPos(hwnd(), nullptr, 0, 0, frame.right - frame.left, frame.bottom - frame.top,
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOMOVE);
 }
 
@@ -38,17 +69,21 @@ void Win32TopWindow::Show() {
   ::ShowWindow(hwnd(), SW_SHOWNORMAL);
 }
 
-Rect Win32TopWindow::Bounds() {
-  // While the window is minimised the system parks it far off the screen; what counts is where it will come
-  // back.
+// While the window is minimised the system parks it far off the screen; what counts is where it will come
+// back.
+RECT Win32TopWindow::PlaceInPixels() const {
   WINDOWPLACEMENT placement{};
   placement.length = sizeof(placement);
-  RECT place{};
   if (::IsIconic(hwnd()) != 0 && ::GetWindowPlacement(hwnd(), &placement) != 0) {
-    place = placement.rcNormalPosition;
-  } else {
-    ::GetWindowRect(hwnd(), &place);
+    return placement.rcNormalPosition;
   }
+  RECT place{};
+  ::GetWindowRect(hwnd(), &place);
+  return place;
+}
+
+Rect Win32TopWindow::Bounds() {
+  const RECT place = PlaceInPixels();
   const Size ppi = context().pixels_per_inch;
   return {ToTwips(place.left, ppi.width), ToTwips(place.top, ppi.height),
           ToTwips(place.right - place.left, ppi.width), ToTwips(place.bottom - place.top, ppi.height)};
@@ -70,6 +105,19 @@ void Win32TopWindow::SetState(WindowState state) {
 
 bool Win32TopWindow::OnScreen() {
   return ::MonitorFromWindow(hwnd(), MONITOR_DEFAULTTONULL) != nullptr;
+}
+
+void Win32TopWindow::CenterOnScreenOf(TopWindow& other) {
+  const RECT place = dynamic_cast<Win32TopWindow&>(other).PlaceInPixels();
+  MONITORINFO screen{};
+  screen.cbSize = sizeof(screen);
+  ::GetMonitorInfoW(::MonitorFromRect(&place, MONITOR_DEFAULTTONEAREST), &screen);
+  const RECT& room = screen.rcWork;
+  const RECT own = PlaceInPixels();
+  const LONG left = room.left + (room.right - room.left - (own.right - own.left)) / 2;
+  const LONG top = room.top + (room.bottom - room.top - (own.bottom - own.top)) / 2;
+  ::SetWindowPos(hwnd(), nullptr, std::max(left, room.left), std::max(top, room.top), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Win32TopWindow::SetTopMost(bool on) {
@@ -102,15 +150,29 @@ void Win32TopWindow::SetShape(const std::vector<Rect>& runs) {
   if (region && ::SetWindowRgn(hwnd(), region.get(), TRUE) != 0) static_cast<void>(region.release());
 }
 
-// As if the press had been on a caption: the system moves the window until the button is released, in a loop
-// of its own that goes on delivering our events.
+// The press alone does nothing yet: the window that has the pointer starts the drag when it really moves.
 void Win32TopWindow::BeginDrag() {
-  // A tap may be over before its press is handled. A window manager that is asked to drag then would let the
-  // window stick to the pointer until the next click.
-  const int button = ::GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON;
-  if (::GetAsyncKeyState(button) >= 0) return;
-  ::ReleaseCapture();
-  ::SendMessageW(hwnd(), WM_NCLBUTTONDOWN, HTCAPTION, 0);
+  const DWORD at = ::GetMessagePos();
+  context().drag = {hwnd(), {GET_X_LPARAM(at), GET_Y_LPARAM(at)}};
+}
+
+void Win32TopWindow::SetFocus() {
+  focused_ = nullptr;
+  ::SetFocus(hwnd());
+}
+
+// The system gives the keyboard to the window itself when it becomes the active one again; it belongs to the
+// control that had it before.
+bool Win32TopWindow::OnFocusMessage(UINT message, WPARAM wparam) {
+  if (message == WM_ACTIVATE && LOWORD(wparam) == WA_INACTIVE) {
+    const HWND focus = ::GetFocus();
+    focused_ = ::IsChild(hwnd(), focus) != 0 ? focus : nullptr;
+  }
+  if (message != WM_SETFOCUS) return false;
+  const HWND before = std::exchange(focused_, nullptr);
+  if (before == nullptr || ::IsChild(hwnd(), before) == 0 || ::IsWindowVisible(before) == 0) return false;
+  ::SetFocus(before);
+  return true;
 }
 
 LRESULT Win32TopWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
@@ -118,9 +180,19 @@ LRESULT Win32TopWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     Attempt([this] { client_.OnClose(); });
     return 0;
   }
-  if (message == shell_restarted_) {
-    Attempt([this] { client_.OnShellRestarted(); });
+  if (OnFocusMessage(message, wparam)) return 0;
+  // What the system makes of Escape and Enter in a dialog.
+  if (message == WM_COMMAND && lparam == 0) {
+    const WORD id = LOWORD(wparam);
+    if (id == IDCANCEL || id == IDOK) OnMessage(WM_KEYDOWN, id == IDCANCEL ? VK_ESCAPE : VK_RETURN, 0);
     return 0;
+  }
+  if (look_ == WindowLook::kFace) {
+    if (message == shell_restarted_) {
+      Attempt([this] { client_.OnShellRestarted(); });
+      return 0;
+    }
+    if (const auto answer = events_.Handle(message, wparam, lparam)) return *answer;
   }
   const bool restored = message == WM_SIZE && wparam == SIZE_RESTORED;
   if (message == WM_DISPLAYCHANGE || restored) Attempt([this] { client_.OnDisplayChanged(); });

@@ -3,13 +3,13 @@
 #include "base/runtime_error.h"
 #include "platform/win32/text.h"
 
+#include <cstdlib>
 #include <optional>
+#include <utility>
 #include <windowsx.h>
 
 namespace orvane {
 namespace {
-
-constexpr wchar_t kClassName[] = L"OrvaneControl";
 
 std::optional<Key> KeyOf(WPARAM code, bool shift) {
   switch (code) {
@@ -61,10 +61,24 @@ void WindowContext::SetToolTip(HWND widget, std::string_view text) {
   if (!text.empty()) ::SendMessageW(tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
-Win32Window::~Win32Window() {
+HFONT WindowContext::PanelFont() {
+  constexpr int kPoints = 9;
+  if (!panel_font_) {
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof(metrics);
+    ::SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0);
+    LOGFONTW& font = metrics.lfMessageFont;
+    font.lfHeight = -::MulDiv(kPoints, pixels_per_inch.height, 72);
+    font.lfWidth = 0;
+    panel_font_.reset(::CreateFontIndirectW(&font));
+  }
+  return panel_font_.get();
+}
+
+void Win32Window::Destroy() {
   if (hwnd_ == nullptr) return;
   ::SetWindowLongPtrW(hwnd_, GWLP_USERDATA, 0);
-  ::DestroyWindow(hwnd_);
+  ::DestroyWindow(std::exchange(hwnd_, nullptr));
 }
 
 void Win32Window::Create(const Creation& how, std::string_view text) {
@@ -74,11 +88,12 @@ void Win32Window::Create(const Creation& how, std::string_view text) {
   definition.hInstance = ::GetModuleHandleW(nullptr);
   definition.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
   definition.hIcon = ::LoadIconW(definition.hInstance, MAKEINTRESOURCEW(1));
-  definition.lpszClassName = kClassName;
+  definition.lpszClassName = how.class_name;
   ::RegisterClassW(&definition);  // fails harmlessly from the second time on
-  hwnd_ = ::CreateWindowExW(how.extended_style, kClassName, ToWide(text).c_str(), how.style, how.place.left,
-                            how.place.top, how.place.right - how.place.left, how.place.bottom - how.place.top,
-                            how.parent, nullptr, definition.hInstance, nullptr);
+  hwnd_ =
+      ::CreateWindowExW(how.extended_style, how.class_name, ToWide(text).c_str(), how.style, how.place.left,
+                        how.place.top, how.place.right - how.place.left, how.place.bottom - how.place.top,
+                        how.parent, nullptr, definition.hInstance, nullptr);
   if (hwnd_ == nullptr)
     throw RuntimeError(Fault::kOverflow, "Making a window: error " + std::to_string(::GetLastError()));
   ::SetWindowLongPtrW(hwnd_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -113,6 +128,11 @@ void Win32Window::Paint() {
   if (!part.Empty()) {
     const Surface surface = context_.buffer.Take(part.width, part.height);
     if (surface.pixels != nullptr) {
+      if (Ground() != kNoGround) {
+        const RECT all{0, 0, part.width, part.height};
+        ::FillRect(context_.buffer.dc(), &all, ::GetSysColorBrush(Ground()));
+        ::GdiFlush();  // what follows writes the pixels itself
+      }
       GdiCanvas canvas(context_.buffer.dc(), context_.fonts, surface, context_.rasterizer, Origin(), part,
                        context_.pixels_per_inch);
       Attempt([&] { client_.OnPaint(canvas); });
@@ -135,28 +155,80 @@ void Win32Window::OnButton(UINT message, LPARAM position) {
       // Where the Tab key stops the pointer brings the keyboard as well.
       if ((::GetWindowLongPtrW(hwnd_, GWL_STYLE) & WS_TABSTOP) != 0) ::SetFocus(hwnd_);
       ::SetCapture(hwnd_);
+      pressed_ = true;
       TellMouse(MouseAction::kDown, message == WM_LBUTTONDOWN ? kLeftButton : kRightButton, position);
       break;
     case WM_LBUTTONUP:
     case WM_RBUTTONUP:
       // The capture goes first: the handler may open a menu, which takes the pointer for itself.
+      pressed_ = false;
+      context_.drag = {};
       if (::GetCapture() == hwnd_) ::ReleaseCapture();
       TellMouse(MouseAction::kUp, message == WM_LBUTTONUP ? kLeftButton : kRightButton, position);
       break;
     default:
       ::SetCapture(hwnd_);
+      pressed_ = true;
       TellMouse(MouseAction::kDoubleClick, message == WM_LBUTTONDBLCLK ? kLeftButton : kRightButton,
                 position);
       break;
   }
 }
 
-void Win32Window::OnPointerMove(LPARAM position) {
-  if (!tracking_leave_) {
-    TRACKMOUSEEVENT request{sizeof(request), TME_LEAVE, hwnd_, 0};
-    tracking_leave_ = ::TrackMouseEvent(&request) != 0;
+// From here the system moves the window as if it were held by a caption, in a loop of its own that goes on
+// delivering our events, until the button is released. Starting at the press itself would be wrong: a tap is
+// over before its press is handled, and a window manager that is asked to drag then lets the window stick to
+// the pointer until the next click.
+bool Win32Window::DragStarts(WPARAM buttons, LPARAM position) {
+  const WindowContext::Drag drag = context_.drag;
+  if (drag.window == nullptr) return false;
+  const int button = ::GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON;
+  if ((buttons & MK_LBUTTON) == 0 || ::GetAsyncKeyState(button) >= 0) {
+    context_.drag = {};
+    return false;
   }
-  TellMouse(MouseAction::kMove, 0, position);
+  POINT at{GET_X_LPARAM(position), GET_Y_LPARAM(position)};
+  ::ClientToScreen(hwnd_, &at);
+  const LONG dx = at.x - drag.from.x;
+  const LONG dy = at.y - drag.from.y;
+  if (std::abs(dx) < ::GetSystemMetrics(SM_CXDRAG) && std::abs(dy) < ::GetSystemMetrics(SM_CYDRAG)) {
+    return false;
+  }
+  context_.drag = {};
+  ::ReleaseCapture();
+  // What the pointer has gone already, so that it holds the window where it was pressed.
+  RECT place{};
+  ::GetWindowRect(drag.window, &place);
+  ::SetWindowPos(drag.window, nullptr, place.left + dx, place.top + dy, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  ::SendMessageW(drag.window, WM_NCLBUTTONDOWN, HTCAPTION, MAKELPARAM(at.x, at.y));
+  return true;
+}
+
+LRESULT Win32Window::OnPointerMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+  switch (message) {
+    case WM_MOUSEMOVE:
+      if (DragStarts(wparam, lparam)) return 0;
+      if (!tracking_leave_) {
+        TRACKMOUSEEVENT request{sizeof(request), TME_LEAVE, hwnd_, 0};
+        tracking_leave_ = ::TrackMouseEvent(&request) != 0;
+      }
+      TellMouse(MouseAction::kMove, 0, lparam);
+      return 0;
+    case WM_MOUSELEAVE:
+      tracking_leave_ = false;
+      TellMouse(MouseAction::kLeave, 0, 0);
+      return 0;
+    case WM_CAPTURECHANGED:
+      // Something else took the pointer while a button is down: its release will never come here.
+      if (reinterpret_cast<HWND>(lparam) == hwnd_ || !std::exchange(pressed_, false)) return 0;
+      context_.drag = {};
+      TellMouse(MouseAction::kLeave, 0, 0);
+      return 0;
+    default:
+      OnButton(message, lparam);
+      return 0;
+  }
 }
 
 // Keys go to the window that has the keyboard, and from there outwards until one takes them.
@@ -190,16 +262,17 @@ LRESULT Win32Window::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_RBUTTONDOWN:
     case WM_RBUTTONUP:
     case WM_RBUTTONDBLCLK:
-      OnButton(message, lparam);
-      return 0;
     case WM_MOUSEMOVE:
-      OnPointerMove(lparam);
-      return 0;
+    case WM_MOUSELEAVE:
+    case WM_CAPTURECHANGED:
+      return OnPointerMessage(message, wparam, lparam);
     case WM_KEYDOWN:
     case WM_KEYUP:
     case WM_SYSKEYDOWN:
     case WM_SYSKEYUP:
       return OnKeyMessage(message, wparam) ? 0 : PassOn(message, wparam, lparam);
+    case WM_GETDLGCODE:
+      return DLGC_WANTALLKEYS;  // in a dialog too the keys are the client's
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
       Attempt([&] { client_.OnFocus(message == WM_SETFOCUS); });
@@ -208,9 +281,12 @@ LRESULT Win32Window::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       if (!context_.hourglass) return ::DefWindowProcW(hwnd_, message, wparam, lparam);
       ::SetCursor(::LoadCursorW(nullptr, IDC_WAIT));
       return TRUE;
-    case WM_MOUSELEAVE:
-      tracking_leave_ = false;
-      TellMouse(MouseAction::kLeave, 0, 0);
+    case WM_COMMAND:
+    case WM_VSCROLL:
+      if (lparam != 0) {
+        const WORD notice = message == WM_COMMAND ? HIWORD(wparam) : LOWORD(wparam);
+        ::SendMessageW(reinterpret_cast<HWND>(lparam), kNoticeMessage, notice, 0);
+      }
       return 0;
     default:
       return ::DefWindowProcW(hwnd_, message, wparam, lparam);
@@ -233,10 +309,11 @@ LRESULT CALLBACK Win32Window::Procedure(HWND hwnd, UINT message, WPARAM wparam, 
 
 Win32Child::Win32Child(WindowContext& context, WidgetClient& client, Win32Window& container,
                        const Rect& bounds)
-    : Win32Window(context, client), container_(&container), bounds_(bounds) {
+    : Win32Child(context, client, container, bounds, LaterTag{}) {
   const Rect place = Place();
   // WS_EX_CONTROLPARENT: the Tab key walks through what lies inside.
-  Create({WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN,
+  Create({kControlClass,
+          WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN,
           WS_EX_CONTROLPARENT,
           {place.left, place.top, place.right(), place.bottom()},
           container.hwnd()},
@@ -246,16 +323,6 @@ Win32Child::Win32Child(WindowContext& context, WidgetClient& client, Win32Window
 Point Win32Child::Origin() const {
   const Point outer = container_->Origin();
   return {outer.x + bounds_.left, outer.y + bounds_.top};
-}
-
-Rect Win32Child::Place() const {
-  const Point outer = container_->Origin();
-  const Size ppi = context().pixels_per_inch;
-  const int left = ToPixels(outer.x + bounds_.left, ppi.width) - ToPixels(outer.x, ppi.width);
-  const int top = ToPixels(outer.y + bounds_.top, ppi.height) - ToPixels(outer.y, ppi.height);
-  const int right = ToPixels(outer.x + bounds_.right(), ppi.width) - ToPixels(outer.x, ppi.width);
-  const int bottom = ToPixels(outer.y + bounds_.bottom(), ppi.height) - ToPixels(outer.y, ppi.height);
-  return {left, top, right - left, bottom - top};
 }
 
 void Win32Child::SetBounds(const Rect& bounds) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "platform/win32/gdi_canvas.h"
+#include "platform/win32/handles.h"
+#include "platform/win32/system_events.h"
 #include "platform/win32/windows_api.h"
 #include "platform/window_system.h"
 
@@ -13,8 +15,15 @@ class WindowContext {
  public:
   explicit WindowContext(int resolution) : pixels_per_inch{resolution, resolution} {}
 
+  /// A press that becomes a drag of `window` when the pointer goes far enough from `from` (screen pixels).
+  struct Drag {
+    HWND window = nullptr;
+    POINT from{};
+  };
+
   Size pixels_per_inch;
   bool hourglass = false;
+  Drag drag;
   FontCache fonts;
   BackBuffer buffer;
   Rasterizer rasterizer;
@@ -22,44 +31,61 @@ class WindowContext {
   /// Shows `text` when the pointer rests on `widget`; replaces an earlier text. The tip window is made at the
   /// first call.
   void SetToolTip(HWND widget, std::string_view text);
+  /// The system's font for messages at nine points, for controls in the system's look.
+  HFONT PanelFont();
 
  private:
   HWND tips_ = nullptr;
+  UniqueFont panel_font_;
 };
+
+/// What a window of ours sends to a control of the system's in it when that told it something; the first
+/// parameter says what, as the control's own notification does.
+inline constexpr UINT kNoticeMessage = WM_APP + 0x100;
+
+/// The class of windows in which the keyboard works as in a dialog, and of all others.
+inline constexpr wchar_t kPanelClass[] = L"OrvanePanel";
+inline constexpr wchar_t kControlClass[] = L"OrvaneControl";
 
 /// A window of the system whose painting and mouse messages go to a client.
 class Win32Window {
  public:
   Win32Window(WindowContext& context, WidgetClient& client) : context_(context), client_(client) {}
-  virtual ~Win32Window();
+  virtual ~Win32Window() { Destroy(); }
   Win32Window(const Win32Window&) = delete;
   Win32Window& operator=(const Win32Window&) = delete;
 
   HWND hwnd() const { return hwnd_; }
   /// The window's corner, twips from the top window's corner.
   virtual Point Origin() const { return {}; }
+  /// The system's colour (COLOR_...) under what is painted; none on the face, which is painted whole.
+  virtual int Ground() const { return kNoGround; }
+  /// Place of `area` (twips from this window's corner) in pixels of this window.
+  Rect PixelsOf(const Rect& area) const;
 
  protected:
+  static constexpr int kNoGround = -1;
   struct Creation {
+    const wchar_t* class_name;
     DWORD style;
     DWORD extended_style;
     RECT place;
     HWND parent;
   };
   void Create(const Creation& how, std::string_view text);
+  void Destroy();
   virtual LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam);
   void PutText(std::string_view text);
   void InvalidatePixels(const Rect& area, UINT flags);
-  /// Place of `area` (twips from this window's corner) in pixels of this window.
-  Rect PixelsOf(const Rect& area) const;
   WindowContext& context() const { return context_; }
 
  private:
   static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam);
   void Paint();
+  LRESULT OnPointerMessage(UINT message, WPARAM wparam, LPARAM lparam);
   void TellMouse(MouseAction action, int button, LPARAM position);
   void OnButton(UINT message, LPARAM position);
-  void OnPointerMove(LPARAM position);
+  bool DragStarts(WPARAM buttons, LPARAM position);
   bool OnKeyMessage(UINT message, WPARAM wparam);
   LRESULT PassOn(UINT message, WPARAM wparam, LPARAM lparam);
 
@@ -67,6 +93,7 @@ class Win32Window {
   WidgetClient& client_;
   HWND hwnd_ = nullptr;
   bool tracking_leave_ = false;
+  bool pressed_ = false;  // a button went down here and has the pointer captured
 };
 
 /// A control's window.
@@ -83,18 +110,27 @@ class Win32Child : public Widget, public Win32Window {
   void SetTabStop(bool on) override;
   void SetFocus() override { ::SetFocus(hwnd()); }
   Point Origin() const override;
+  int Ground() const override { return container_->Ground(); }
+
+ protected:
+  /// For windows of another look, which make themselves at `Place()`.
+  struct LaterTag {};
+  Win32Child(WindowContext& context, WidgetClient& client, Win32Window& container, const Rect& bounds,
+             LaterTag)
+      : Win32Window(context, client), container_(&container), bounds_(bounds) {}
+  Rect Place() const { return container_->PixelsOf(bounds_); }
 
  private:
-  Rect Place() const;
-
   Win32Window* container_;
   Rect bounds_;
 };
 
-/// The main window.
+/// A window on the desktop: the face, or a dialog.
 class Win32TopWindow : public TopWindow, public Win32Window {
  public:
-  Win32TopWindow(WindowContext& context, TopWindowClient& client, std::string_view caption, Size size);
+  Win32TopWindow(WindowContext& context, TopWindowClient& client, std::string_view caption, Size size,
+                 WindowLook look);
+  ~Win32TopWindow() override { Destroy(); }
 
   void SetText(std::string_view text) override { PutText(text); }
   void SetBounds(const Rect& bounds) override;
@@ -103,7 +139,8 @@ class Win32TopWindow : public TopWindow, public Win32Window {
   void Invalidate(const Rect& area) override { InvalidatePixels(area, RDW_INVALIDATE | RDW_ALLCHILDREN); }
   void SetContainer(Widget&) override {}
   void SetTabStop(bool) override {}
-  void SetFocus() override { ::SetFocus(hwnd()); }
+  void SetFocus() override;
+  int Ground() const override { return look_ == WindowLook::kDialog ? COLOR_3DFACE : kNoGround; }
 
   void Show() override;
   Rect Bounds() override;
@@ -111,17 +148,26 @@ class Win32TopWindow : public TopWindow, public Win32Window {
   WindowState State() override;
   void SetState(WindowState state) override;
   bool OnScreen() override;
+  void CenterOnScreenOf(TopWindow& other) override;
   void SetTopMost(bool on) override;
   void SetShape(const std::vector<Rect>& runs) override;
-  Size BorderPixels() const override { return {}; }
+  Size BorderPixels() const override;
   void BeginDrag() override;
 
  protected:
   LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
 
  private:
+  RECT FrameAround(const Rect& pixels) const;
+  RECT PlaceInPixels() const;
+  bool OnFocusMessage(UINT message, WPARAM wparam);
+
   TopWindowClient& client_;
-  UINT shell_restarted_;  // the system's number for "the taskbar was made anew"
+  WindowLook look_;
+  UINT shell_restarted_;    // the system's number for "the taskbar was made anew"
+  SystemEvents events_;     // what the face hears of devices, power and session
+  UniqueWindow owner_;      // of a dialog: never shown, it keeps it off the taskbar
+  HWND focused_ = nullptr;  // had the keyboard when another window of the desktop took it
 };
 
 }  // namespace orvane

@@ -38,9 +38,10 @@ UINT StyleBits(BoxStyle style) {
 }  // namespace
 
 std::unique_ptr<TopWindow> Win32WindowSystem::CreateTopWindow(TopWindowClient& client,
-                                                              std::string_view caption, Size size) {
-  auto window = std::make_unique<Win32TopWindow>(context_, client, caption, size);
-  main_ = window->hwnd();
+                                                              std::string_view caption, Size size,
+                                                              WindowLook look) {
+  auto window = std::make_unique<Win32TopWindow>(context_, client, caption, size, look);
+  if (look == WindowLook::kFace && ::IsWindow(main_) == 0) main_ = window->hwnd();
   return window;
 }
 

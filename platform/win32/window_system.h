@@ -2,6 +2,7 @@
 
 #include "platform/win32/event_window.h"
 #include "platform/win32/handles.h"
+#include "platform/win32/panel_controls.h"
 #include "platform/win32/widget.h"
 
 #include <string>
@@ -23,9 +24,10 @@ class Win32WindowSystem : public WindowSystem {
   /// @param pixels_per_inch that the program draws for
   Win32WindowSystem(EventWindow& events, int pixels_per_inch) : events_(events), context_(pixels_per_inch) {}
 
-  std::unique_ptr<TopWindow> CreateTopWindow(TopWindowClient& client, std::string_view caption,
-                                             Size size) override;
+  std::unique_ptr<TopWindow> CreateTopWindow(TopWindowClient& client, std::string_view caption, Size size,
+                                             WindowLook look) override;
   std::unique_ptr<Widget> CreateChild(Widget& container, WidgetClient& client, const Rect& bounds) override;
+  PanelControls& Panels() override { return panels_; }
   std::unique_ptr<TimerHandle> StartTimer(int milliseconds, std::function<void()> tick) override;
   BoxAnswer ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) override;
   int ShowPopupMenu(const std::vector<MenuItem>& items) override;
@@ -41,6 +43,7 @@ class Win32WindowSystem : public WindowSystem {
  private:
   EventWindow& events_;
   WindowContext context_;
+  Win32PanelControls panels_{context_};
   Win32TrayIcon tray_;
   HWND main_ = nullptr;
 };
