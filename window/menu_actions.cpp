@@ -36,6 +36,13 @@ void Orvane::ConnectMenus() {
 
 void Orvane::ConnectPanels() {
   panels_.OpenChanged = [this] { ShowViewOfMode(); };
+  panels_.StartUpdater = [this] {
+    if (!launches_.LaunchFirmwareUpdater()) status_.ShowAlert("The firmware updater could not be started.");
+  };
+  about_.Closed = [this] {
+    if (!closing_) form_.Window().SetState(WindowState::kNormal);
+  };
+  about_.LaunchFailed = [this](std::string_view sentence) { status_.ShowAlert(sentence); };
   panels_.PortChanged = [this] { meter_controls_.lblPort->SetCaption(kept_.Settings().CommPort); };
 }
 
@@ -107,7 +114,23 @@ void Orvane::OpenSettingsMenu() {
 }
 
 void Orvane::OpenHelpMenu() {
-  if (platform_.windows.ShowPopupMenu(menus::HelpMenu()) == menus::kHelpContents) ShowHelp();
+  switch (platform_.windows.ShowPopupMenu(menus::HelpMenu())) {
+    case menus::kHelpContents:
+      ShowHelp();
+      break;
+    case menus::kAbout:
+      ShowAbout();
+      break;
+    default:
+      break;
+  }
+}
+
+// The main window makes room for the box and comes back when it is closed. Somebody may bring it back before
+// and ask again: the box that is open then comes to the front.
+void Orvane::ShowAbout() {
+  form_.Window().SetState(WindowState::kMinimized);
+  about_.Show(form_.Window());
 }
 
 void Orvane::ShowHelp() {

@@ -9,6 +9,7 @@
 #include "forms/form.h"
 #include "forms/timer.h"
 #include "link/meter_link.h"
+#include "outside/about.h"
 #include "outside/client_data.h"
 #include "outside/launches.h"
 #include "platform/platform.h"
@@ -50,6 +51,7 @@ class Orvane : private LinkEvents {
   const UserSettings& Settings() const { return kept_.Settings(); }
   const MeterLink& Link() const { return link_; }
   const SettingsPanels& Panels() const { return panels_; }
+  const About& AboutBox() const { return about_; }
 
  private:
   // What the link tells
@@ -90,6 +92,7 @@ class Orvane : private LinkEvents {
   void OpenSettingsMenu();
   void OpenHelpMenu();
   void ShowHelp();
+  void ShowAbout();
   void OnFaceMouseUp(const MouseEvent& event);
   void OnLogoMouseUp(const MouseEvent& event);
   void ShowLogo(bool colour);
@@ -122,6 +125,7 @@ class Orvane : private LinkEvents {
   FaceImages faces_;
   Views views_;
   Launches launches_;
+  About about_;
   ClientData client_;
   SettingsPanels panels_;
   Timer tray_retry_;
