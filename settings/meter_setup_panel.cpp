@@ -11,10 +11,10 @@ namespace {
 // Places inside the panel, twips. Multiples of 60 fall on whole pixels at 96 and at 120 pixels per inch.
 namespace at {
 constexpr Size kPanel{6300, 2910};
-constexpr Rect kVersion{120, 2505, 2040, 330};
-constexpr Rect kUpdates{2220, 2505, 1080, 330};
-constexpr Rect kApply{3780, 2505, 1140, 330};
-constexpr Rect kClose{5010, 2505, 1140, 330};
+constexpr Rect kVersion{120, 2505, 2520, 330};
+constexpr Rect kUpdates{2700, 2505, 1080, 330};
+constexpr Rect kApply{3960, 2505, 1080, 330};
+constexpr Rect kClose{5100, 2505, 1080, 330};
 constexpr Rect kOpMode{120, 225, 1575, 660};
 constexpr Rect kDispInt{1755, 225, 1455, 660};
 constexpr Rect kLoPwrAlarm{120, 900, 1575, 660};

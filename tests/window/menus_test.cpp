@@ -67,6 +67,14 @@ TEST(Menus, OddMeterDataLeavesOutWhatIsMissing) {
   EXPECT_EQ(menu[3].submenu[0].submenu[0].submenu.size(), 20U) << "ids reach no further";
 }
 
+TEST(Menus, TheOtherMenusAreAlwaysTheSame) {
+  EXPECT_EQ(Seen(menus::WindowMenu()), "Close 1000\n---- 1001\nMinimize 1002\nRestore 1003\n");
+  EXPECT_EQ(
+      Seen(menus::SettingsMenu()),
+      "Meter Settings 1001\nProgram Settings 1002\n---- 1003\nStart Data Flow 1004\nStop Data Flow 1005\n");
+  EXPECT_EQ(Seen(menus::HelpMenu()), "Help Contents 1001\nAbout Orvane Lite 1002\n");
+}
+
 TEST(Menus, IdsStandForSettings) {
   using menus::Setting;
   using menus::SettingOf;
