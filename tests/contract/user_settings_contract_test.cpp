@@ -80,6 +80,12 @@ TEST_F(UserSettingsContract, ABlankFileIsReplacedByTheCopy) {
   }
 }
 
+TEST_F(UserSettingsContract, AFileOfZerosWithoutCopyTakesNewSettings) {
+  PutFile(path_, std::string(300, '\0'));
+  Run(*this).Save(other_);
+  EXPECT_EQ(Loaded(), other_);
+}
+
 TEST_F(UserSettingsContract, AFileInUseIsNotSavedOver) {
   Run(*this).Save(other_);
   const std::string content = FileBytes(path_);

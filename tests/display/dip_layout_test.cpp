@@ -57,6 +57,19 @@ TEST_F(DipLayoutTest, TheSameReadingIsDrawnAgainAfterTheDetour) {
   }
 }
 
+TEST_F(DipLayoutTest, InTheShortViewNothingComesThatIsNotThere) {
+  for (const std::int16_t each : {kDipMode, kFastMode}) {
+    dip.Apply(false);
+    panel.Choose(each);
+    for (const bool full : {false, true}) {
+      dip.Apply(full);
+      EXPECT_EQ(controls.lblDipCaption->Visible(), full && each == kDipMode);
+      EXPECT_EQ(controls.reflected.dbxPower->Visible(), full && each != kDipMode);
+      EXPECT_EQ(controls.forward.pbxRangeButtons->Visible(), full && each != kDipMode);
+    }
+  }
+}
+
 // The meter's indexes may be out of bounds just then, and a kept index may be any number.
 TEST_F(DipLayoutTest, ARangeThatCannotBeRestoredDoesNotKeepTheLayout) {
   forward_range = kAutoRange;

@@ -24,14 +24,13 @@ void operator delete(void* memory, std::size_t /*size*/) noexcept {
 
 namespace orvane {
 
-AllocationCount::AllocationCount() {
+void StartCountingAllocations() {
   allocations = 0;
   counting = true;
 }
-AllocationCount::~AllocationCount() {
+
+int StopCountingAllocations() {
   counting = false;
-}
-int AllocationCount::Value() const {
   return allocations;
 }
 

@@ -2,14 +2,8 @@
 
 namespace orvane {
 
-/// Counts what is taken from the heap while it lives.
-class AllocationCount {
- public:
-  AllocationCount();
-  ~AllocationCount();
-  AllocationCount(const AllocationCount&) = delete;
-  AllocationCount& operator=(const AllocationCount&) = delete;
-  int Value() const;
-};
+/// Counts what is taken from the heap between these two calls; the second gives the number.
+void StartCountingAllocations();
+int StopCountingAllocations();
 
 }  // namespace orvane

@@ -43,14 +43,14 @@ TEST(SteadyPath, AReadingTakesNoMemory) {
   arrive(packets);
   arrive(packets);
 
-  const AllocationCount count;
+  StartCountingAllocations();
   for (int i = 0; i < 1000; ++i) {
     arrive(std::string_view(packets).substr(0, 30));
     arrive(std::string_view(packets).substr(30));
     time.DeliverArrivals();
     time.DeliverPending();
   }
-  const int allocations = count.Value();
+  const int allocations = StopCountingAllocations();
   EXPECT_EQ(allocations, 0);
   EXPECT_EQ(events.lines, 2004);
   EXPECT_EQ(state.ForwardPower, 13);

@@ -24,21 +24,6 @@ TEST(MeterStream, IsPacedByTheMode) {
   }
 }
 
-TEST(MeterStream, TakesANewPaceFromItsLastPacket) {
-  VirtualLine line;
-  line.Command("2M");
-  line.Command("D1");
-  line.Until(line.Now + 500);
-  line.Command("M0");  // overdue by now at 5 a second: due at once, but nothing is made up for
-  line.Until(line.Now + 180);
-  const auto times = PacketTimes(line.Meter.Log());
-  ASSERT_EQ(times.size(), 2U);
-  EXPECT_EQ(times[1] - times[0], 505);
-  line.Command("T?");  // other commands leave the pace alone
-  line.Until(line.Now + 1000);
-  EXPECT_EQ(line.Meter.Log().Packets[6].TimeMs - times[1], 1000);
-}
-
 TEST(MeterStream, SendsWhatItMeasures) {
   const std::tuple<double, double, const char*> rows[] = {
       {0, 0, "D,0,0,0.00,0;0"},      // nothing to compare
