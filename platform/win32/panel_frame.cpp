@@ -58,6 +58,7 @@ void PanelFrame::SetBounds(const Rect& bounds) {
   const Rect place = Place();
   if (box_ != nullptr)
     ::SetWindowPos(box_, nullptr, 0, 0, place.width, place.height, SWP_NOZORDER | SWP_NOACTIVATE);
+  ::RedrawWindow(hwnd(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void PanelFrame::SetVisible(bool visible) {

@@ -43,6 +43,11 @@ Win32TopWindow::Win32TopWindow(WindowContext& context, TopWindowClient& client, 
          caption);
 }
 
+Win32TopWindow::~Win32TopWindow() {
+  context().drag = {};
+  Destroy();  // before its owner, which would take it along
+}
+
 // The window's edges around a client area.
 RECT Win32TopWindow::FrameAround(const Rect& pixels) const {
   RECT frame{pixels.left, pixels.top, pixels.right(), pixels.bottom()};
@@ -182,7 +187,7 @@ LRESULT Win32TopWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   }
   if (OnFocusMessage(message, wparam)) return 0;
   // What the system makes of Escape and Enter in a dialog.
-  if (message == WM_COMMAND && lparam == 0) {
+  if (look_ == WindowLook::kDialog && message == WM_COMMAND && lparam == 0) {
     const WORD id = LOWORD(wparam);
     if (id == IDCANCEL || id == IDOK) OnMessage(WM_KEYDOWN, id == IDCANCEL ? VK_ESCAPE : VK_RETURN, 0);
     return 0;

@@ -201,7 +201,8 @@ bool Win32Window::DragStarts(WPARAM buttons, LPARAM position) {
   ::GetWindowRect(drag.window, &place);
   ::SetWindowPos(drag.window, nullptr, place.left + dx, place.top + dy, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-  ::SendMessageW(drag.window, WM_NCLBUTTONDOWN, HTCAPTION, MAKELPARAM(at.x, at.y));
+  // Not as a press of the caption: that holds everything for half a second, to see whether it is one.
+  ::SendMessageW(drag.window, WM_SYSCOMMAND, SC_MOVE | HTCAPTION, MAKELPARAM(at.x, at.y));
   return true;
 }
 

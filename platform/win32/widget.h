@@ -130,7 +130,7 @@ class Win32TopWindow : public TopWindow, public Win32Window {
  public:
   Win32TopWindow(WindowContext& context, TopWindowClient& client, std::string_view caption, Size size,
                  WindowLook look);
-  ~Win32TopWindow() override { Destroy(); }
+  ~Win32TopWindow() override;
 
   void SetText(std::string_view text) override { PutText(text); }
   void SetBounds(const Rect& bounds) override;
