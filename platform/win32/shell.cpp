@@ -10,14 +10,22 @@ namespace {
 // viewers themselves have a few hundred kilobytes.
 constexpr DWORD kSmallestViewer = 64 * 1024;
 
-bool HasHelpViewer() {
-  wchar_t folder[MAX_PATH];
-  const UINT length = ::GetSystemWindowsDirectoryW(folder, MAX_PATH);
-  if (length == 0 || length >= MAX_PATH) return false;
-  const std::wstring viewer = std::wstring(folder, length) + L"\\winhlp32.exe";
+bool IsHelpViewer(const std::wstring& path) {
   WIN32_FILE_ATTRIBUTE_DATA data{};
-  return ::GetFileAttributesExW(viewer.c_str(), GetFileExInfoStandard, &data) &&
+  return ::GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) &&
          (data.nFileSizeHigh != 0 || data.nFileSizeLow >= kSmallestViewer);
+}
+
+// Windows has the viewer in its own folder, Wine in that of the system's programs.
+bool HasHelpViewer() {
+  for (const auto folder_of : {&::GetSystemWindowsDirectoryW, &::GetSystemDirectoryW}) {
+    wchar_t folder[MAX_PATH];
+    const UINT length = folder_of(folder, MAX_PATH);
+    if (length != 0 && length < MAX_PATH && IsHelpViewer(std::wstring(folder, length) + L"\\winhlp32.exe")) {
+      return true;
+    }
+  }
+  return false;
 }
 
 }  // namespace
