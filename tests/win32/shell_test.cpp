@@ -25,9 +25,11 @@ class Win32ShellTest : public testing::Test {
   }
   std::string Made() const { return folder + "\\made \xE9.txt"; }
   static bool Within10s(const std::function<bool()>& condition) {
-    for (int i = 0; i < 200 && !condition(); ++i)
+    for (int i = 0; i < 200; ++i) {
+      if (condition()) return true;
       ::Sleep(50);
-    return condition();
+    }
+    return false;
   }
 
   std::string folder;
