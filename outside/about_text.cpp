@@ -3,6 +3,7 @@
 #include "outside/os_info.h"
 
 #include <array>
+#include <string_view>
 
 namespace orvane {
 namespace {
@@ -14,7 +15,8 @@ constexpr unsigned char Turn(std::size_t place) {
   return static_cast<unsigned char>(0x5A + 7 * place);
 }
 
-consteval std::array<unsigned char, kNoticeLength> Hidden(const char (&text)[kNoticeLength + 1]) {
+consteval std::array<unsigned char, kNoticeLength> Hidden(std::string_view text) {
+  if (text.size() != kNoticeLength) throw text;  // does not compile
   std::array<unsigned char, kNoticeLength> codes{};
   unsigned char before = 0;
   for (std::size_t i = 0; i < kNoticeLength; ++i) {
