@@ -28,7 +28,8 @@ struct Form::Client : TopWindowClient {
 Form::Form(WindowSystem& windows, std::string_view caption, Size size, WindowLook look)
     : WindowedControl(Rect{0, 0, size.width, size.height}),
       client_(std::make_unique<Client>(*this, AsClient())),
-      window_(windows.CreateTopWindow(*client_, caption, size, look)) {
+      window_(windows.CreateTopWindow(*client_, caption, size, look)),
+      look_(look) {
   Adopt(*window_);
   SetWindowText(caption);
 }
@@ -36,6 +37,7 @@ Form::Form(WindowSystem& windows, std::string_view caption, Size size, WindowLoo
 Form::~Form() = default;
 
 void Form::Paint(Canvas& canvas) const {
+  if (look_ == WindowLook::kDialog) return;  // the system's ground shows
   canvas.FillRect({0, 0, Width(), Height()}, back_color_);
   if (picture_) canvas.DrawPicture({0, 0}, *picture_);
 }

@@ -42,6 +42,7 @@ class Form : public WindowedControl {
   struct Client;
   std::unique_ptr<Client> client_;
   std::unique_ptr<TopWindow> window_;
+  WindowLook look_;
   Color back_color_ = MakeColor(0, 0, 0);
   Picture picture_;
 };

@@ -15,6 +15,11 @@ bool IsPanel(HWND window) {
   return std::wstring_view(name.data(), static_cast<std::size_t>(length)) == kPanelClass;
 }
 
+// The blank keeps the last letter whole where the theme's measure of the text is a little short (Wine).
+std::wstring BoxText(std::string_view caption) {
+  return ToWide(caption) + L' ';
+}
+
 }  // namespace
 
 bool HandleAsPanelKey(const MSG& message) {
@@ -42,7 +47,7 @@ PanelFrame::PanelFrame(WindowContext& context, WidgetClient& client, Win32Window
           container.hwnd()},
          caption);
   if (panel && caption.empty()) return;
-  box_ = ::CreateWindowExW(0, L"BUTTON", ToWide(caption).c_str(),
+  box_ = ::CreateWindowExW(0, L"BUTTON", BoxText(caption).c_str(),
                            WS_CHILD | WS_VISIBLE | WS_GROUP | BS_GROUPBOX, 0, 0, place.width, place.height,
                            hwnd(), nullptr, ::GetModuleHandleW(nullptr), nullptr);
   ::SendMessageW(box_, WM_SETFONT, reinterpret_cast<WPARAM>(context.PanelFont()), FALSE);
@@ -50,7 +55,7 @@ PanelFrame::PanelFrame(WindowContext& context, WidgetClient& client, Win32Window
 
 void PanelFrame::SetText(std::string_view text) {
   PutText(text);
-  if (box_ != nullptr) ::SetWindowTextW(box_, ToWide(text).c_str());
+  if (box_ != nullptr) ::SetWindowTextW(box_, BoxText(text).c_str());
 }
 
 void PanelFrame::SetBounds(const Rect& bounds) {
