@@ -64,18 +64,24 @@ StatusLine::StatusLine(WindowSystem& windows, Clock& clock, Label& label)
   clear_.Tick = [this] {
     clear_.SetEnabled(false);
     label_.SetColors(kStatusColor, kStatusGround);
-    label_.SetCaption("");
+    Put("");
   };
 }
 
 void StatusLine::Show(std::string_view text) {
   if (text.empty()) label_.SetColors(kStatusColor, kStatusGround);
+  Put(text);
+}
+
+// A text that is longer than the line can be read whole in its tip.
+void StatusLine::Put(std::string_view text) {
   label_.SetCaption(text);
+  label_.SetToolTipText(text);
 }
 
 void StatusLine::ShowAlert(std::string_view text) {
   label_.SetColors(kAlertColor, kAlertGround);
-  label_.SetCaption(text);
+  Put(text);
   clear_.SetEnabled(true);
 }
 

@@ -51,6 +51,8 @@ class StatusLine {
   void StartClearTimer() { clear_.SetEnabled(true); }
 
  private:
+  void Put(std::string_view text);
+
   Label& label_;
   Timer clear_;  // `TimerClearMessage`
 };

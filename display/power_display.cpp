@@ -28,6 +28,7 @@ bool PowerDisplay::NoPower() const {
 }
 
 void PowerDisplay::OnMeterLine() {
+  if (!meter_.ReadingsLive) return;
   if (mode_.Dip()) {
     ShowVSWRDip(meter_.VSWR, CheckedSub(meter_.ForwardPower, meter_.ReflectedPower));
     reflected_in_ = NarrowToInt16(meter_.ReflectedPower);

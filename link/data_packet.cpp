@@ -55,6 +55,7 @@ void ProcessDataPacket(std::string_view packet, MeterState& state) {
   if (line.find(kETX) == std::string_view::npos) return;
   Fields fields;
   if (!SplitFields(line, fields)) return;
+  state.ReadingsLive = true;
   Attempt([&] { state.ForwardPower = WattsOf(fields[1]).value_or(state.ForwardPower); });
   Attempt([&] { state.ReflectedPower = WattsOf(fields[2]).value_or(state.ReflectedPower); });
   Attempt([&] { state.VSWR = VSWROf(fields[3]).value_or(state.VSWR); });

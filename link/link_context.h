@@ -18,6 +18,7 @@ struct LinkFlags {
   bool ResyncPending = false;       ///< keeps a burst of framing errors from restarting the search again
   bool MeterSearchRunning = false;  ///< from the first attempt to the meter's answer
   bool SearchAbandoned = false;     ///< given up: the operator does not want to try again, or no port opens
+  bool PortRefused = false;         ///< given up because the chosen port did not open
   bool PortGone = false;            ///< the port was lost in use and is waited for
   bool DataFlowWanted = false;      ///< the meter was found and the operator did not stop its readings
   std::uint32_t LastLineTick = 0;   ///< tick count of the last line of any kind

@@ -43,8 +43,6 @@ struct LinkEvents {
   virtual bool AskOkCancel(std::string_view text, std::string_view title) = 0;
   /// A message box with OK only.
   virtual void ShowBox(std::string_view text, std::string_view title) = 0;
-  /// The port stopped working and was closed; it is opened again when it comes back.
-  virtual void PortLost() = 0;
   /// No readings come any more: what is shown is not live.
   virtual void ReadingsStopped() = 0;
 };

@@ -3,6 +3,7 @@
 #include "base/runtime_error.h"
 #include "base/text.h"
 #include "link/parameter_load.h"
+#include "link/readings.h"
 #include "platform/wait.h"
 
 namespace orvane {
@@ -35,7 +36,7 @@ void MeterLink::ApplyPortSettings() {
   if (link_.port.PortOpen()) {
     SetDataFlow(false);
     Attempt([this] { WaitTicks(link_.clock, link_.pump, kLeaveMs); });
-    watch_.DropReadings();
+    DropReadings(link_);
   }
   search_.Restart();
   if (KeptPort() != 0) return;

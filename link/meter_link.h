@@ -39,6 +39,8 @@ class MeterLink {
   /// After the operator chose another port or speed: keeps them, stops the readings on the port that is open,
   /// and searches with the new ones from the beginning; without a port nothing is searched.
   void ApplyPortSettings();
+  /// Searches from the beginning, after a search was given up.
+  void SearchAgain() { search_.Restart(); }
   /// The number of the kept port, 0 for none, and whether it is open now.
   int KeptPort() const { return PortNumber(link_.settings.CommPort()); }
   bool PortOpen() const { return link_.port.PortOpen(); }

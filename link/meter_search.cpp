@@ -37,6 +37,7 @@ void MeterSearch::FindMeter() {
   link_.events.EnableFindMeter(false);
   if (link_.flags.PortGone) return;  // lost meanwhile; its return is watched for
   link_.flags.SearchAbandoned = true;
+  link_.flags.PortRefused = PortNumber(link_.settings.CommPort()) != 0;
   link_.events.ShowBox("Comm Port = 0 No Port Selected. Please Select a Comm Port.", "No Port Selected");
 }
 
@@ -67,9 +68,9 @@ void MeterSearch::TryOnce() {
   transmitter_.SendCommand("v?");
   WaitTicks(link_.clock, link_.pump, kSettleMs);
   if (!Answered()) {
-    WaitTicksUnless(link_.clock, link_.pump, kAnswerMs, [this] { return Answered() || restarted_; });
+    WaitTicksUnless(link_.clock, link_.pump, kAnswerMs, [this] { return Answered() || Overtaken(); });
   }
-  if (restarted_) return;
+  if (Overtaken()) return;
   if (Answered()) {
     Succeed();
   } else {
@@ -93,7 +94,7 @@ void MeterSearch::Succeed() {
   lists_.Build(link_.state);
   if (link_.state.ParamS != 0) update_.ShowCallMessage(link_.state.MeterCallText.Text(), false);
   WaitTicks(link_.clock, link_.pump, kSettleMs);
-  if (restarted_) return;
+  if (Overtaken()) return;
   RestoreRanges();
   transmitter_.SetDataFlow(true);
   link_.flags.MeterFound = true;
@@ -156,6 +157,7 @@ void MeterSearch::Restart() {
   link_.flags.ResyncPending = false;
   link_.flags.MeterSearchRunning = false;
   link_.flags.SearchAbandoned = false;
+  link_.flags.PortRefused = false;
   link_.flags.PortGone = false;
   link_.flags.DataFlowWanted = false;
   link_.state.FirmwareVersion.clear();

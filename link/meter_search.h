@@ -41,6 +41,8 @@ class MeterSearch {
   void TryOnce();
   void OpenPort();
   bool Answered() const;
+  /// The running attempt has no object any more: another one was asked for, or the port is lost.
+  bool Overtaken() const { return restarted_ || link_.flags.PortGone; }
   void Succeed();
   void RestoreRanges();
   void Fail();

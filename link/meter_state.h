@@ -35,6 +35,9 @@ struct MeterState {
   std::string FirmwareVersion;
   std::int16_t ParamP = 0;  ///< alarm relay polarity, 0..1
 
+  /// False from the moment on at which the readings below were dropped, until the next packet. Before the
+  /// first packet of all their zeros stand.
+  bool ReadingsLive = true;
   std::int32_t ForwardPower = 0;    ///< watts
   std::int32_t ReflectedPower = 0;  ///< watts
   float VSWR = 0.0F;

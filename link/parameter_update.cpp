@@ -3,6 +3,7 @@
 #include "base/text.h"
 
 #include <array>
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -61,7 +62,9 @@ void ParameterUpdate::UpdateMeterParameters(ParameterRecord pending, ParameterRe
 }
 
 void ParameterUpdate::ChangeSetting(char letter, std::int16_t value) {
-  SendAndQuery(letter + std::to_string(value));
+  std::string command(1, letter);
+  command += std::to_string(value);
+  SendAndQuery(std::move(command));
 }
 
 void ParameterUpdate::SendCallMessage(std::string_view text) {

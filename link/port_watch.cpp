@@ -2,6 +2,7 @@
 
 #include "base/runtime_error.h"
 #include "link/port_setup.h"
+#include "link/readings.h"
 #include "link/scoped_true.h"
 
 namespace orvane {
@@ -9,6 +10,7 @@ namespace {
 
 // Differences of ticks are taken unsigned, so that they outlive the wrap of the tick count.
 constexpr std::uint32_t kSilenceMs = 5000;
+constexpr std::uint32_t kStoppedMs = 1500;  // readings that the operator stopped are old after that
 constexpr std::uint32_t kSearchAfterMs = 10000;
 constexpr std::uint32_t kSearchEveryMs = 10000;
 constexpr int kSearchesAfterReturn = 3;  // one for each speed
@@ -36,13 +38,13 @@ void PortWatch::Lose() {
   link_.port.Close();
   link_.flags.MeterFound = false;
   link_.flags.PortGone = true;
+  DropReadings(link_);
   link_.events.ShowStatus("Port Lost", StatusTone::kUrgent);
-  link_.events.PortLost();
 }
 
 // Telling it again and again keeps the words on the status line for as long as they are true.
 void PortWatch::BringBack() {
-  if (!silent_) DropReadings();
+  if (link_.state.ReadingsLive) DropReadings(link_);
   Attempt([this] { SetUpPort(link_); });
   if (!Attempt([this] { link_.port.Open(); }) || !link_.port.Works()) {
     link_.port.Close();
@@ -56,36 +58,20 @@ void PortWatch::BringBack() {
 }
 
 void PortWatch::MindSilence() {
-  if (!link_.flags.DataFlowWanted) {
-    silent_ = false;
-    return;
-  }
   const std::uint32_t quiet = Now() - link_.flags.LastLineTick;
-  if (quiet < kSilenceMs && searches_at_once_ == 0) {
-    silent_ = false;
+  if (!link_.flags.DataFlowWanted) {
+    const bool stopped = link_.flags.MeterFound && quiet >= kStoppedMs;
+    if (stopped && link_.state.ReadingsLive) DropReadings(link_);
     return;
   }
-  if (!silent_) DropReadings();
+  if (quiet < kSilenceMs && searches_at_once_ == 0) return;
+  if (link_.state.ReadingsLive) DropReadings(link_);
   if (searches_at_once_ == 0) link_.events.ShowStatus("No Data", StatusTone::kUrgent);
   const bool its_turn = quiet >= kSearchAfterMs && Now() - last_search_ >= kSearchEveryMs;
   if (searches_at_once_ == 0 && !its_turn) return;
   if (searches_at_once_ > 0) --searches_at_once_;
-  if (search_.FindMeterQuietly()) {
-    searches_at_once_ = 0;
-    silent_ = false;
-  }
+  if (search_.FindMeterQuietly()) searches_at_once_ = 0;
   last_search_ = Now();
-}
-
-// An old number must not be taken for a reading, neither on the screen nor by whatever line comes next.
-void PortWatch::DropReadings() {
-  silent_ = true;
-  link_.state.ForwardPower = 0;
-  link_.state.ReflectedPower = 0;
-  link_.state.VSWR = 0.0F;
-  link_.state.SWRAlarm = kFalse;
-  link_.state.PwrAlarm = kFalse;
-  link_.events.ReadingsStopped();
 }
 
 }  // namespace orvane

@@ -10,14 +10,12 @@ namespace orvane {
 /// Watches the port and the stream, and brings both back without asking anybody.
 ///
 /// - A port that is lost in use is closed at once; its readings count for nothing any more. It is tried again
-/// twice a
-///   second, without a word; when it opens, the meter is searched at once, so that readings are live within
-///   three seconds of the port's return.
+///   twice a second, without a word; when it opens, the meter is searched at once, so that readings are live
+///   within three seconds of the port's return.
 /// - A meter from which no line came for five seconds, although its readings are wanted, is said to give no
-/// data, and
-///   its readings count for nothing. From ten seconds on it is searched every ten seconds, without any box,
-///   at the speed that worked and then at the others.
-/// - Readings that the operator stopped are no silence.
+///   data, and its readings count for nothing. From ten seconds on it is searched every ten seconds, without
+///   any box, at the speed that worked and then at the others.
+/// - Readings that the operator stopped are no silence; but what they were is soon old as well.
 class PortWatch {
  public:
   static constexpr int kTickMs = 500;  ///< how often Tick wants to be called
@@ -29,8 +27,6 @@ class PortWatch {
   void Tick();
   /// The computer slept, or the system took the port away: it is not believed, but opened anew.
   void Reopen();
-  /// What was read counts for nothing any more: other readings come from now on, or none.
-  void DropReadings();
 
  private:
   void Lose();
@@ -41,7 +37,6 @@ class PortWatch {
   LinkContext link_;
   MeterSearch& search_;
   bool busy_ = false;
-  bool silent_ = false;            // the operator was told that no data comes
   std::uint32_t last_search_ = 0;  // tick at which the last quiet search ended
   int searches_at_once_ = 0;       // quiet searches left that need not wait for their turn
 };

@@ -1,6 +1,7 @@
 #include "link/receiver.h"
 
 #include "base/runtime_error.h"
+#include "link/readings.h"
 #include "link/scoped_true.h"
 
 namespace orvane {
@@ -65,8 +66,8 @@ void Receiver::HandleLoss() {
   link_.port.Close();
   link_.flags.MeterFound = false;
   link_.flags.PortGone = true;
+  DropReadings(link_);
   ShowError("Port Lost");
-  link_.events.PortLost();
 }
 
 }  // namespace orvane

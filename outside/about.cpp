@@ -35,13 +35,13 @@ About::About(Platform& platform, Launches& launches)
       cmdClose(platform.windows, frame, at::kClose, "&Close", "Close this box"),
       platform_(platform) {
   cmdQuorranSln.Click = [this, &launches] {
-    Try(launches.OpenDocument(kWebSite), "The web browser could not be started.");
+    Try(launches.OpenDocument(kWebSite), "The browser could not be started.");
   };
   lblEMail.Click = [this, &launches] {
     Try(launches.SendSupportMail(), "The mail program could not be started.");
   };
   cmdSysInfo.Click = [this, &launches] {
-    Try(launches.ShowSystemInfo(), "The system information could not be started.");
+    Try(launches.ShowSystemInfo(), "System Info could not be started.");
   };
   cmdClose.Click = [this] { Close(); };
   form.CloseRequested = [this] { Close(); };

@@ -146,13 +146,13 @@ std::string OVUserSettings::TroubleText() const {
     case SettingsTrouble::kNone:
       return {};
     case SettingsTrouble::kRestored:
-      return "Settings file was damaged - using the copy from before the last save";
+      return "Settings restored from their copy";
     case SettingsTrouble::kInUse:
-      return "Settings file is in use by another program - running on defaults, nothing will be saved";
+      return "Settings file in use: not saved";
     case SettingsTrouble::kByteOrderMark:
-      return "Settings file starts with a byte-order mark - nothing will be saved";
+      return "Settings file has a mark: not saved";
     case SettingsTrouble::kCannotSave:
-      return "Settings cannot be saved in " + files_.ProgramFolder();
+      return "Settings cannot be saved here";
   }
   return {};
 }

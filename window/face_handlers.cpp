@@ -1,8 +1,10 @@
 #include "outside/addresses.h"
 #include "window/orvane.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
+#include <vector>
 
 // What clicks, drags and the desktop do to the main window.
 
@@ -125,7 +127,8 @@ void Orvane::OnLogoMouseUp(const MouseEvent& event) {
   if (event.button != kLeftButton) return;
   Minimize();
   if (!launches_.OpenDocument(kWebSite)) {
-    status_.ShowAlert("The web browser could not be started.");
+    form_.Window().SetState(WindowState::kNormal);  // a minimised window tells nothing
+    status_.ShowAlert("The browser could not be started.");
   }
 }
 
@@ -153,12 +156,19 @@ void Orvane::ShowViewOfMode() {
   if ((style != Views::kShort) != views_.Full()) views_.SetViewStyle(style);
 }
 
+bool Orvane::PortPresent(int number) const {
+  const std::vector<PresentPort> ports = platform_.ports.PresentPorts();
+  return std::any_of(ports.begin(), ports.end(),
+                     [number](const PresentPort& port) { return port.number == number; });
+}
+
 // What the system tells about itself.
 void Orvane::ConnectSystem() {
   form_.DevicesChanged = [this] {
     if (closing_ || !started_) return;
     panels_.RefreshPorts();
     link_.Watch();
+    if (link_.Flags().PortRefused && PortPresent(link_.KeptPort())) link_.SearchAgain();
   };
   form_.PortRemoved = [this](int number) {
     if (!closing_) link_.PortRemoved(number);

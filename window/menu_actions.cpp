@@ -37,12 +37,15 @@ void Orvane::ConnectMenus() {
 void Orvane::ConnectPanels() {
   panels_.OpenChanged = [this] { ShowViewOfMode(); };
   panels_.StartUpdater = [this] {
-    if (!launches_.LaunchFirmwareUpdater()) status_.ShowAlert("The firmware updater could not be started.");
+    if (!launches_.LaunchFirmwareUpdater()) status_.ShowAlert("The updater could not be started.");
   };
   about_.Closed = [this] {
     if (!closing_) form_.Window().SetState(WindowState::kNormal);
   };
-  about_.LaunchFailed = [this](std::string_view sentence) { status_.ShowAlert(sentence); };
+  about_.LaunchFailed = [this](std::string_view sentence) {
+    form_.Window().SetState(WindowState::kNormal);  // a minimised window tells nothing
+    status_.ShowAlert(sentence);
+  };
   panels_.PortChanged = [this] { meter_controls_.lblPort->SetCaption(kept_.Settings().CommPort); };
 }
 
@@ -101,6 +104,10 @@ void Orvane::OpenSettingsMenu() {
       panels_.ShowFrameSettings();
       break;
     case menus::kStartDataFlow:
+      if (link_.Flags().SearchAbandoned) {  // there is no meter yet whose flow could be started
+        link_.SearchAgain();
+        break;
+      }
       link_.SetDataFlow(false);
       WaitTicks(platform_.clock, platform_.pump, kFlowPauseMs);
       link_.SetDataFlow(true);

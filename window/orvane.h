@@ -73,7 +73,6 @@ class Orvane : private LinkEvents {
   bool InDipMode() const override { return mode_.Dip(); }
   bool AskOkCancel(std::string_view text, std::string_view title) override;
   void ShowBox(std::string_view text, std::string_view title) override;
-  void PortLost() override {}
   void ReadingsStopped() override { display_.ShowNoReadings(); }
 
   void OnForwardRange(int index);
@@ -102,6 +101,7 @@ class Orvane : private LinkEvents {
   void Minimize();
   void OnShellRestarted();
   void OnDisplayChanged();
+  bool PortPresent(int number) const;
   void AddTrayIcon();
   bool LoadFaces();
   void LoadSettings();

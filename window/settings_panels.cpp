@@ -54,7 +54,7 @@ void SettingsPanels::ShowFrameMeterSetup() {
     platform_.windows.SetHourglass(true);
     const bool answered = link_.RefreshParameters();
     platform_.windows.SetHourglass(false);
-    if (!answered) status_.ShowAlert("The meter does not answer: last known values");
+    if (!answered) status_.ShowAlert("No answer: last known values shown");
     const MeterState& meter = link_.State();
     link_.ShowCallMessage(meter.ParamS != 0 ? meter.MeterCallText.Text() : "Orvane", meter.ParamS == 0);
     setup_.LoadMeterSetup(meter, link_.Lists());

@@ -101,7 +101,6 @@ class RecordingEvents : public LinkEvents {
     log.emplace_back("box " + std::string(title) + ": " + std::string(text));
     on_box();
   }
-  void PortLost() override { log.emplace_back("lost"); }
   void ReadingsStopped() override { log.emplace_back("stopped"); }
 
  private:

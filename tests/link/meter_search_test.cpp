@@ -178,7 +178,7 @@ TEST_F(Search, APortUnpluggedDuringAnAttemptEndsIt) {
   time.Post(EventKind::kArrival, 1500, [this] { port.Lose(); });
   time.RunFor(20000);
   EXPECT_EQ(events.Count(kNoPort), 0) << "its return is watched for, nobody is asked";
-  EXPECT_EQ(events.Count("lost"), 1);
+  EXPECT_EQ(events.Count("stopped"), 1) << "old readings are dropped at once";
   EXPECT_FALSE(events.FindMeterEnabled());
 }
 

@@ -15,7 +15,7 @@ TEST_F(UserSettingsFile, WaitsALittleForAFileInUseAndNeverSavesDefaultsOverIt) {
   EXPECT_EQ(run.kept.Settings(), UserSettings{});
   EXPECT_EQ(run.shown_port, "2");
   EXPECT_EQ(run.kept.TroubleText(),
-            "Settings file is in use by another program - running on defaults, nothing will be saved");
+            "Settings file in use: not saved");
   files_.SetHeld(path_, 0);
   run.Save();
   EXPECT_EQ(FileBytes(path_), content);
@@ -44,7 +44,7 @@ TEST_F(UserSettingsFile, SaysThatTheFolderCannotBeWrittenAndTriesAgain) {
   Run run(*this);
   EXPECT_EQ(run.kept.Settings(), UserSettings{});
   EXPECT_EQ(run.kept.Trouble(), SettingsTrouble::kCannotSave);
-  EXPECT_EQ(run.kept.TroubleText(), "Settings cannot be saved in " + folder_.Path());
+  EXPECT_EQ(run.kept.TroubleText(), "Settings cannot be saved here");
   run.kept.Settings() = OtherSettings();
   run.Save();
   EXPECT_EQ(folder_.Count(), 0U);

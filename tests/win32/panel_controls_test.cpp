@@ -195,7 +195,7 @@ TEST_F(PanelControlsTest, APanelComesUpOverItsSiblingsAndIsNamedByItsFirstChild)
     EXPECT_EQ(::GetWindowLongPtrW(first, GWL_STYLE) & BS_TYPEMASK, BS_GROUPBOX);
     wchar_t text[10]{};
     ::GetWindowTextW(first, text, 10);
-    EXPECT_STREQ(text, frame == panel.get() ? L"Panel" : L"Group");
+    EXPECT_STREQ(text, frame == panel.get() ? L"Panel " : L"Group ");
   }
 }
 

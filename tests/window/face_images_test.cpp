@@ -141,7 +141,7 @@ TEST_F(LogoTest, ALeftClickMinimisesAndOpensTheMakersSite) {
   EXPECT_EQ(program.Status(), "");
   program.shell.works = false;
   Logo().Click();
-  EXPECT_EQ(program.Status(), "The web browser could not be started.");
+  EXPECT_EQ(program.Status(), "The browser could not be started.");
   EXPECT_EQ(face.Meter().lblShowStatus->ForeColor(), MakeColor(255, 0, 0));
 }
 

@@ -207,7 +207,7 @@ TEST_F(MeterSetup, AMeterThatDoesNotAnswerLeavesTheLastValues) {
   const auto before = program.time.Now();
   face.Main().Press(Key::kF2);
   EXPECT_LT(program.time.Now() - before, 3000);
-  EXPECT_EQ(program.Status(), "The meter does not answer: last known values");
+  EXPECT_EQ(program.Status(), "No answer: last known values shown");
   EXPECT_TRUE(panel.Panel().Visible());
   EXPECT_EQ(panel.RangeScale().Selected(), 1);
 }

@@ -186,6 +186,32 @@ TEST_F(ProgramSettings, ARemovedPortAndASleepAreFollowedByAReturn) {
   }
 }
 
+TEST_F(ProgramSettings, APortThatIsPluggedInLaterIsTriedAtOnce) {
+  program.port.SetPresent(false);
+  ASSERT_TRUE(program.Start());
+  program.RunFor(5000);
+  ASSERT_EQ(program.desktop.boxes.size(), 1U);
+  TopWindowClient& system = face.Main().System();
+  program.ports.ports = {{7, "somebody else's"}};
+  system.OnDevicesChanged();
+  program.RunFor(5000);
+  EXPECT_EQ(program.desktop.boxes.size(), 1U);
+  program.port.SetPresent(true);
+  program.ports.ports = {{2, ""}};
+  system.OnDevicesChanged();
+  EXPECT_TRUE(program.RunUntil([&] { return program.orvane->Link().Flags().MeterFound; }, 20000));
+}
+
+TEST_F(ProgramSettings, StartDataFlowAfterAGivenUpSearchSearchesAgain) {
+  program.port.SetPresent(false);
+  ASSERT_TRUE(program.Start());
+  program.RunFor(5000);
+  program.port.SetPresent(true);
+  program.desktop.choices = {1004};
+  Face::In(face.Main(), *face.Controls().cmdMenu[1]).Click();
+  EXPECT_TRUE(program.RunUntil([&] { return program.orvane->Link().Flags().MeterFound; }, 20000));
+}
+
 TEST_F(ProgramSettings, TheEndOfTheSessionSavesAndStopsTheStream) {
   ASSERT_TRUE(running.Start());
   Open();

@@ -119,5 +119,32 @@ TEST(LateAnswer, DoesNotEndTheSearchForEver) {
   EXPECT_TRUE(program.RunUntil([&] { return program.line.Meter.Streaming(); }, 60000));
 }
 
+// Readings come in before the search is through; a loss in the middle of it must take them away too.
+TEST_F(RecoveryTest, ALossDuringTheSearchThatFollowsAReturn) {
+  for (int delay = 100; delay < 3000; delay += 170) {
+    program.port.Lose();
+    program.RunFor(1000);
+    program.port.SetPresent(true);
+    program.RunFor(delay);
+    program.port.Lose();
+    program.RunFor(600);
+    EXPECT_TRUE(Dark()) << delay;
+    program.port.SetPresent(true);
+    EXPECT_TRUE(Lives(3000)) << delay;
+  }
+}
+
+TEST_F(RecoveryTest, ReadingsThatTheOperatorStoppedGoDark) {
+  program.desktop.choices = {1005};
+  program.desktop.Main()->Find("Settings")->Click();
+  EXPECT_TRUE(program.RunFor(3000));
+  EXPECT_TRUE(Dark());
+  program.RunFor(30000);
+  EXPECT_EQ(program.Commands().back(), "D0") << "and nothing is looked for";
+  program.desktop.choices = {1004};
+  program.desktop.Main()->Find("Settings")->Click();
+  EXPECT_TRUE(Lives(3000));
+}
+
 }  // namespace
 }  // namespace orvane

@@ -1,5 +1,6 @@
 """What a hand does to the program with mouse and keyboard, and what the meter hears of it."""
 
+import time
 import unittest
 
 import face
@@ -151,6 +152,27 @@ class Buttons(harness.OrvaneTest):
             self.desktop.click(*face_point)
             self.wait_until(lambda: not self.program.menu(), "the menu to close", 5)
         self.assertEqual(sizes[0], sizes[1])
+
+    def test_every_setting_of_the_menu_by_keyboard(self):
+        rows = (("Menu", 1, ("Down", "Down"), ["b2", "b?"]),
+                ("shift+F10", 2, ("Down", "Down", "Down", "Down"), ["l4", "l?"]),
+                ("Menu", 3, (), ["V0", "V?"]),
+                ("shift+F10", 4, ("Right", "Right", "Down", "Down"), ["T3", "T?"]),
+                ("Menu", 4, ("Down", "Right", "Down", "Down", "Right"), ["t-1", "t?"]))
+        for key, line, steps, commands in rows:
+            with self.subTest(commands=commands):
+                before = len(self.commands())
+                self.desktop.key(key)
+                self.wait_until(self.program.menu, "the menu", 5)
+                self.desktop.key(*["Down"] * line, "Right", *steps, "Return")
+                self.wait_until(lambda: self.commands()[before:] == commands, f"the commands {commands}", 5)
+        before = len(self.commands())
+        self.desktop.key("Menu")
+        self.wait_until(self.program.menu, "the menu", 5)
+        self.desktop.key("Escape")
+        self.wait_until(lambda: not self.program.menu(), "the menu to close", 5)
+        time.sleep(1)
+        self.assertEqual(self.commands()[before:], [])
 
     def test_choice_in_the_menu_reaches_the_meter_and_the_scale(self):
         self.wait_until(lambda: self.program.scale("forward") == ("0", "50", "100"), "the scale of 100 W")

@@ -103,7 +103,7 @@ class MakersLinks(LaunchTest):
     def test_firmware_updater_beside_the_program(self):
         folder, program = self.start()
         self.press_updates(program)
-        self.wait_until(lambda: program.text("status") == "The firmware updater could not be started.",
+        self.wait_until(lambda: program.text("status") == "The updater could not be started.",
                         "the status line")
         self.assertIsNone(program.message_box())
         shutil.copyfile(CLIENT, folder / "OVFirmUpdate.exe")

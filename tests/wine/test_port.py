@@ -70,6 +70,24 @@ class Cable(harness.OrvaneTest):
         self.assertIsNone(program.message_box())
         self.assertEqual(program.close(), 0)
 
+    def test_ten_times_out_and_in(self):
+        meter = self.start_meter("--do", "power 100 0")
+        program = self.start_program()
+        self.wait_until(lambda: program.readouts()[0] == "100", "the readings")
+        for turn in range(10):
+            watts = 200 + turn
+            with self.subTest(turn=turn):
+                meter.command("unplug")
+                self.wait_until(lambda: program.readouts() == ("", "", ""), "the old readings to go", 4)
+                time.sleep(turn * 0.13)  # the return falls anywhere between two tries
+                meter.command(f"power {watts} 0")
+                meter.command("plug")
+                returned = time.monotonic()
+                self.wait_until(lambda: program.readouts()[0] == str(watts), "the readings after the return", 6)
+                self.assertLess(time.monotonic() - returned, 3.5)
+        self.assertIsNone(program.message_box())
+        self.assertEqual(program.close(), 0)
+
 
 if __name__ == "__main__":
     unittest.main()

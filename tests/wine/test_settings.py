@@ -111,7 +111,7 @@ class Start(harness.OrvaneTest):
         with self.desktop.inspector.file_held(settings):
             program = self.start_program(folder=folder)
             self.assertEqual(program.view, face.FULL)
-            self.wait_until(lambda: program.text("status").startswith("Settings file is in use by another program"),
+            self.wait_until(lambda: program.text("status").startswith("Settings file in use: not saved"),
                             "the status line to tell", 4)
             self.assertEqual(program.main.rect[:2], DEFAULT_CORNER)
         # Defaults must not replace what the operator has, though the file is free again.
