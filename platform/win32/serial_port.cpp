@@ -32,10 +32,14 @@ constexpr std::array<BitEvent, 9> kBitEvents{{{port_bits::kSend, CommEvent::kSen
                                               {port_bits::kReceive, CommEvent::kReceive},
                                               {port_bits::kLost, CommEvent::kLost}}};
 
-[[noreturn]] void FailOpening(int number, DWORD error) {
+/// The search swallows the fault and shows one box for all of them, so the step and the system's reason go
+/// where a debugger, or Wine, shows them.
+[[noreturn]] void FailOpening(std::string_view step, int number, DWORD error) {
+  const std::string doing =
+      std::string(step) + " COM" + std::to_string(number) + ": error " + std::to_string(error);
+  ::OutputDebugStringA((doing + "\n").c_str());
   const bool busy = error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
-  throw RuntimeError(busy ? Fault::kPortUnavailable : Fault::kInvalidPort,
-                     "Opening COM" + std::to_string(number) + ": error " + std::to_string(error));
+  throw RuntimeError(busy ? Fault::kPortUnavailable : Fault::kInvalidPort, doing);
 }
 
 [[noreturn]] void FailReading(std::string_view settings) {
@@ -97,7 +101,7 @@ void SetUp(HANDLE port, int number, const std::string& settings) {
   timeouts.WriteTotalTimeoutMultiplier = kWriteMsPerByte;
   ::SetupComm(port, kQueueBytes, kQueueBytes);  // a wish; drivers with queues of their own refuse it
   if (::SetCommState(port, &line) == 0 || ::SetCommTimeouts(port, &timeouts) == 0)
-    FailOpening(number, ::GetLastError());
+    FailOpening("Setting up", number, ::GetLastError());
   // The record asks for low lines already; pseudo-terminals and some adapters only listen to this.
   ::EscapeCommFunction(port, CLRDTR);
   ::EscapeCommFunction(port, CLRRTS);
@@ -129,7 +133,7 @@ void Win32SerialPort::Open() {
   const std::string name = "\\\\.\\COM" + std::to_string(number_);
   UniqueHandle port(::CreateFileA(name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
                                   FILE_FLAG_OVERLAPPED, nullptr));
-  if (!port) FailOpening(number_, ::GetLastError());
+  if (!port) FailOpening("Opening", number_, ::GetLastError());
   SetUp(port.get(), number_, settings_);
   auto worker = std::make_shared<PortWorker>(std::move(port), events_.hwnd());
   if (!worker->Start())
