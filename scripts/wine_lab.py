@@ -176,7 +176,12 @@ class Prefix:
         WINE_DIR.mkdir(parents=True, exist_ok=True)
         self.path = pathlib.Path(tempfile.mkdtemp(prefix="prefix-", dir=WINE_DIR))
         make_prefix(self.path, ports, dpi)
+        # Debian's server keeps its socket and lock in a folder below TMPDIR, which the file "wineserver" names; in it
+        # they are told apart by the prefix's inode number. Copied from the template that file would put all prefixes
+        # into one folder, and the next prefix gets the inode number of one that was just removed.
+        (self.path / "wineserver").unlink(missing_ok=True)
         self.env = wine_env(self.path, display)
+        self.env["TMPDIR"] = str(self.path)
 
     def start(self, *command, **options):
         """Starts a Windows program and returns the process."""
