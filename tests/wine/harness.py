@@ -26,6 +26,7 @@ import signal
 import subprocess
 import sys
 import tempfile
+import termios
 import threading
 import time
 import unittest
@@ -58,6 +59,22 @@ def wait_until(condition, what="the condition", timeout=10.0, interval=0.05):
         if time.monotonic() > deadline:
             raise AssertionError(f"waited {timeout:g} s in vain for {what}")
         time.sleep(interval)
+
+
+def terminal_state(link):
+    """What a link points to and whether that is a terminal that works, in words."""
+    try:
+        device = os.readlink(link)
+        terminal = os.open(link, os.O_RDWR | os.O_NOCTTY | os.O_NONBLOCK)
+    except OSError as error:
+        return str(error)
+    try:
+        termios.tcgetattr(terminal)
+        return f"-> {device}, a terminal that works"
+    except termios.error as error:
+        return f"-> {device}, no terminal: {error}"
+    finally:
+        os.close(terminal)
 
 
 def center(rect):
@@ -303,14 +320,48 @@ class Desktop:
 
     def __init__(self, link, dpi=96):
         self.dpi = dpi
-        self.display = wine_lab.VirtualDisplay()
-        try:
+        with contextlib.ExitStack() as undo:
+            self.display = wine_lab.VirtualDisplay()
+            undo.callback(self.display.close)
             self.prefix = wine_lab.Prefix(ports={PORT: link}, dpi=dpi, display=self.display.name)
+            undo.callback(self.prefix.close)
+            if "ORVANE_WINEDEBUG" not in os.environ:
+                self.prefix.env["WINEDEBUG"] = "-all,warn+debugstr"  # what programs tell their debugger
             self.inspector = Inspector(self.prefix)
-        except BaseException:
-            self.display.close()
-            raise
+            undo.callback(self.inspector.close)
+            self._wait_for_port(link)
+            undo.pop_all()
+        self._link = link
         self._env = {**os.environ, "DISPLAY": self.display.name}
+
+    def _wait_for_port(self, link):
+        """Wine makes its ports while it starts, before it answers; no meter comes or goes meanwhile. A prefix
+        without the port would fail each test of the class, far away from the reason."""
+        self.inspector.windows()
+        port = self.prefix.path / "dosdevices" / PORT.lower()
+        if not port.is_symlink() or os.readlink(port) != str(link):
+            raise AssertionError(f"Wine started without {PORT}:\n{self.port_report(link)}")
+
+    def port_report(self, link=None):
+        """What there is of the serial line, from the meter up to Wine: for the tests that fail on it."""
+        link = pathlib.Path(link or self._link)
+        return "\n".join([
+            f"{link}: {terminal_state(link)}",
+            *(f"dosdevices/{entry.name} -> {os.readlink(entry)}"
+              for entry in sorted((self.prefix.path / "dosdevices").iterdir())),
+            *self._registry(r"HKLM\Software\Wine\Ports"),
+            *self._registry(r"HKLM\HARDWARE\DEVICEMAP\SERIALCOMM"),
+        ])
+
+    def _registry(self, key):
+        query = self.prefix.start("reg", "query", key, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                                  stderr=subprocess.DEVNULL, text=True)
+        try:
+            told = query.communicate(timeout=20)[0]
+        except subprocess.TimeoutExpired:
+            query.kill()
+            told = query.communicate()[0] + "no answer"
+        return [line.strip() for line in told.splitlines() if line.strip()] or [f"{key}: nothing there"]
 
     def xdotool(self, *arguments):
         subprocess.run(["xdotool", *map(str, arguments)], env=self._env, check=True, stdout=subprocess.DEVNULL)
@@ -381,9 +432,12 @@ class Program:
         # Copies that run already: two of them are told apart by their process.
         self._others = {window.pid for window in desktop.inspector.windows() if window.program == PROGRAM}
         self._pid, self._main, self._parts = None, None, {}
-        self.process = desktop.prefix.start(
-            self.folder / PROGRAM, cwd=self.folder, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-            stderr=subprocess.DEVNULL)
+        # Beside the folder: in it are the program's own files only. Several runs of one folder follow each other.
+        self._notes = self.folder.with_name(self.folder.name + ".notes")
+        with open(self._notes, "ab") as notes:
+            self.process = desktop.prefix.start(
+                self.folder / PROGRAM, cwd=self.folder, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                stderr=notes)
 
     def wait_for_window(self, timeout=20):
         """Waits for the main window; fails at once when the program ends before."""
@@ -394,6 +448,11 @@ class Program:
             raise AssertionError(f"the program ended with status {self.process.returncode} before it had a window")
         window = self.main
         return window and window.visible
+
+    @property
+    def notes(self):
+        """The lines that the program told its debugger, such as why a port did not open."""
+        return self._notes.read_text("latin-1").splitlines()
 
     # --- what there is to see
 
@@ -606,10 +665,10 @@ class OrvaneTest(unittest.TestCase):
 
     def start_program(self, settings=None, folder=None, wait_for_window=True):
         """Starts the program in a fresh folder (or the given one). It is ended after the test, and what the
-        screen showed is kept when the test failed."""
+        screen showed is kept when the test failed, with what there is of the serial line."""
         program = Program(self.desktop, folder or self.make_folder(settings))
         self.addCleanup(program.kill)
-        self.addCleanup(self._keep_picture_of_failure)
+        self.addCleanup(self._tell_of_failure, program)
         if wait_for_window:
             program.wait_for_window()
         return program
@@ -620,11 +679,13 @@ class OrvaneTest(unittest.TestCase):
         self.addCleanup(client.close)
         return client
 
-    def _keep_picture_of_failure(self):
-        problems = getattr(self._outcome, "errors", None) or self._outcome.result.failures
+    def _tell_of_failure(self, program):
+        result = self._outcome.result
+        problems = getattr(self._outcome, "errors", None) or [*result.failures, *result.errors]
         if any(error for test, error in problems if error and test is self):
             path = self.desktop.screenshot(SCREENSHOTS / f"failed-{self.id()}.png")
-            print(f"screen at the failure: {path}", file=sys.stderr)
+            print(f"screen at the failure: {path}", "the serial line at the failure:", self.desktop.port_report(),
+                  "what the program told:", *program.notes[-20:], sep="\n", file=sys.stderr)
 
 
 class SharedProgramTest(OrvaneTest):
@@ -644,4 +705,4 @@ class SharedProgramTest(OrvaneTest):
         cls.meter.wait_for_stream()
 
     def setUp(self):
-        self.addCleanup(self._keep_picture_of_failure)
+        self.addCleanup(self._tell_of_failure, self.program)
