@@ -20,25 +20,40 @@ if(NOT WIN32)
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
 endif()
 
+option(ORVANE_WERROR "Warnings are errors (meant for the compilers that the project is checked with)" ON)
 add_library(orvane_options INTERFACE)
-target_compile_options(orvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
 target_include_directories(orvane_options INTERFACE ${PROJECT_SOURCE_DIR})
+if(MSVC)
+  target_compile_options(orvane_options INTERFACE /W4 $<$<BOOL:${ORVANE_WERROR}>:/WX>)
+else()
+  target_compile_options(orvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+                                                  $<$<BOOL:${ORVANE_WERROR}>:-Werror>)
+endif()
 
 if(WIN32)
   # Windows 7 is the oldest system served: newer calls must be looked up at run time, and this makes the
   # headers hide them.
   target_compile_definitions(orvane_options INTERFACE _WIN32_WINNT=0x0601 WINVER=0x0601)
+endif()
+
+# One file, nothing to install beside it: the compiler's run-time is inside. Random load address and no execution of
+# data. The same sources give the same bytes, wherever and whenever they are compiled.
+if(MSVC)
+  # This compiler has the rest on by itself, or knows it under other names.
+  set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
+  add_compile_options($<$<COMPILE_LANGUAGE:CXX>:/utf-8>)
+  add_link_options(/Brepro)
+elseif(WIN32)
   # One section each, so that the linker can drop what nobody calls.
   add_compile_options(-ffunction-sections -fdata-sections -fstack-protector-strong)
-  add_link_options(-fstack-protector-strong)
-  # One file, nothing to install beside it: the compiler's run-time is inside.
-  add_link_options(-static -static-libgcc -static-libstdc++ -Wl,--gc-sections)
-  # Random load address and no execution of data. Older linkers have these off, so they are spelled out.
+  add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
+  add_link_options(-fstack-protector-strong -static -static-libgcc -static-libstdc++ -Wl,--gc-sections)
+  # Older linkers have these off, so they are spelled out.
   add_link_options(-Wl,--dynamicbase -Wl,--nxcompat)
   if(CMAKE_SIZEOF_VOID_P EQUAL 8)
     add_link_options(-Wl,--high-entropy-va)
   endif()
-  add_link_options($<$<CONFIG:Release,MinSizeRel>:-s>)
+  add_link_options(-Wl,--no-insert-timestamp $<$<CONFIG:Release,MinSizeRel>:-s>)
 endif()
 
 # orvane_add_library(NAME SOURCES... [DEPENDS targets...]): a static library of ours, or an empty one as long
