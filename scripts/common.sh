@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Shared by run, test and .ci/run: where things lie, what must be installed, and how we talk.
+# Shared by run, test, package and .ci/run: where things lie, what must be installed, and how we talk.
 # Sourced after `set -euo pipefail`.
 
 ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -14,14 +14,19 @@ RUN_PACKAGES=(
   xvfb openbox xdotool imagemagick
   libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1
 )
+# To make the packages. mingw-w64-common: the licences of what the compiler puts into the exe.
+PACKAGE_PACKAGES=(
+  g++ cmake ninja-build ccache python3 git nsis
+  g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-common
+)
 # To check it as well. libclang-rt: the sanitizers; llvm: names in their reports; googletest: the sources.
 CHECK_PACKAGES=(
-  "${RUN_PACKAGES[@]}"
-  git clang libclang-rt-14-dev llvm clang-format clang-tidy cppcheck shellcheck
-  googletest libbenchmark-dev g++-mingw-w64-i686-posix librsvg2-bin
+  "${RUN_PACKAGES[@]}" "${PACKAGE_PACKAGES[@]}"
+  clang libclang-rt-14-dev llvm clang-format clang-tidy cppcheck shellcheck
+  googletest libbenchmark-dev librsvg2-bin
 )
 # shellcheck disable=SC2034 # used by the scripts that source this one
-readonly RUN_PACKAGES CHECK_PACKAGES
+readonly RUN_PACKAGES PACKAGE_PACKAGES CHECK_PACKAGES
 
 say() { printf '%s\n' "$*"; }
 
