@@ -20,6 +20,7 @@ struct LinkFlags {
   bool SearchAbandoned = false;     ///< given up: the operator does not want to try again, or no port opens
   bool PortRefused = false;         ///< given up because the chosen port did not open
   bool PortGone = false;            ///< the port was lost in use and is waited for
+  bool FlowStopped = false;         ///< the operator stopped the readings and did not start them again
   bool DataFlowWanted = false;      ///< the meter was found and the operator did not stop its readings
   std::uint32_t LastLineTick = 0;   ///< tick count of the last line of any kind
   std::uint32_t Replies = 0;        ///< lines taken in that were no readings, modulo 2^32

@@ -53,6 +53,7 @@ class MeterLink {
   /// Starts or stops the readings, after 50 ms, as the operator wants them.
   void SetDataFlow(bool on) {
     flags_.DataFlowWanted = on;
+    flags_.FlowStopped = !on;
     transmitter_.SetDataFlow(on);
   }
   /// To be called every PortWatch::kTickMs: see PortWatch.

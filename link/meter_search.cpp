@@ -41,14 +41,16 @@ void MeterSearch::FindMeter() {
   link_.events.ShowBox("Comm Port = 0 No Port Selected. Please Select a Comm Port.", "No Port Selected");
 }
 
-bool MeterSearch::FindMeterQuietly() {
+bool MeterSearch::FindMeterQuietly(bool stream) {
   if (attempt_running_) return false;
+  stream_ = stream;
   const ScopedTrue guard(attempt_running_);
   const ScopedTrue quiet(quiet_);
   restarted_ = false;
   link_.flags.MeterFound = false;
   link_.state.FirmwareVersion.clear();
   Attempt([this] { TryOnce(); });
+  stream_ = true;
   return link_.flags.MeterFound;
 }
 
@@ -96,11 +98,11 @@ void MeterSearch::Succeed() {
   WaitTicks(link_.clock, link_.pump, kSettleMs);
   if (Overtaken()) return;
   RestoreRanges();
-  transmitter_.SetDataFlow(true);
+  if (stream_) transmitter_.SetDataFlow(true);
   link_.flags.MeterFound = true;
   link_.flags.SearchAbandoned = false;
   link_.flags.ResyncPending = false;
-  link_.flags.DataFlowWanted = true;
+  link_.flags.DataFlowWanted = stream_;
   if (quiet_) link_.settings.SaveMeterSettings();
 }
 
@@ -160,6 +162,7 @@ void MeterSearch::Restart() {
   link_.flags.PortRefused = false;
   link_.flags.PortGone = false;
   link_.flags.DataFlowWanted = false;
+  link_.flags.FlowStopped = false;
   link_.state.FirmwareVersion.clear();
   baud_rate_index_ = 0;
   search_attempts_ = 0;

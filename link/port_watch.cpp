@@ -25,7 +25,11 @@ void PortWatch::Tick() {
     BringBack();
   } else {
     search_.GoOnAfterLateAnswer();
-    MindSilence();
+    if (searches_at_once_ > 0) {
+      Search();
+    } else {
+      MindSilence();
+    }
   }
 }
 
@@ -52,9 +56,9 @@ void PortWatch::BringBack() {
     return;
   }
   link_.flags.PortGone = false;
-  link_.flags.DataFlowWanted = true;
+  link_.flags.DataFlowWanted = !link_.flags.FlowStopped;
   searches_at_once_ = kSearchesAfterReturn;
-  MindSilence();
+  Search();
 }
 
 void PortWatch::MindSilence() {
@@ -64,13 +68,15 @@ void PortWatch::MindSilence() {
     if (stopped && link_.state.ReadingsLive) DropReadings(link_);
     return;
   }
-  if (quiet < kSilenceMs && searches_at_once_ == 0) return;
+  if (quiet < kSilenceMs) return;
   if (link_.state.ReadingsLive) DropReadings(link_);
-  if (searches_at_once_ == 0) link_.events.ShowStatus("No Data", StatusTone::kUrgent);
-  const bool its_turn = quiet >= kSearchAfterMs && Now() - last_search_ >= kSearchEveryMs;
-  if (searches_at_once_ == 0 && !its_turn) return;
+  link_.events.ShowStatus("No Data", StatusTone::kUrgent);
+  if (quiet >= kSearchAfterMs && Now() - last_search_ >= kSearchEveryMs) Search();
+}
+
+void PortWatch::Search() {
   if (searches_at_once_ > 0) --searches_at_once_;
-  if (search_.FindMeterQuietly()) searches_at_once_ = 0;
+  if (search_.FindMeterQuietly(!link_.flags.FlowStopped)) searches_at_once_ = 0;
   last_search_ = Now();
 }
 

@@ -32,6 +32,7 @@ class PortWatch {
   void Lose();
   void BringBack();
   void MindSilence();
+  void Search();
   std::uint32_t Now() const { return static_cast<std::uint32_t>(link_.clock.GetTickCount()); }
 
   LinkContext link_;

@@ -44,8 +44,8 @@ class ProgramSettingsPanel {
   bool Visible() const { return FrameSettings.Visible(); }
 
   LineChoice Chosen() const;
-  /// Another line is chosen than the one that the panel was filled with. (The kept speed may be another one by
-  /// now: a search steps through them.)
+  /// Another line is chosen than the one that the panel was filled with. (The kept speed may be another one
+  /// by now: a search steps through them.)
   bool LineChanged() const { return Chosen() != kept_; }
   /// What the box was when it was last clicked, false when it never was: an apply without a click takes the
   /// window from the top.

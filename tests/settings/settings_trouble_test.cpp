@@ -14,8 +14,7 @@ TEST_F(UserSettingsFile, WaitsALittleForAFileInUseAndNeverSavesDefaultsOverIt) {
   EXPECT_EQ(time_.Now(), 400) << "one wait for both loads";
   EXPECT_EQ(run.kept.Settings(), UserSettings{});
   EXPECT_EQ(run.shown_port, "2");
-  EXPECT_EQ(run.kept.TroubleText(),
-            "Settings file in use: not saved");
+  EXPECT_EQ(run.kept.TroubleText(), "Settings file in use: not saved");
   files_.SetHeld(path_, 0);
   run.Save();
   EXPECT_EQ(FileBytes(path_), content);

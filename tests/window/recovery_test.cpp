@@ -134,6 +134,21 @@ TEST_F(RecoveryTest, ALossDuringTheSearchThatFollowsAReturn) {
   }
 }
 
+TEST_F(RecoveryTest, StoppedReadingsStayStoppedOverALoss) {
+  program.port.Lose();
+  program.RunFor(1000);
+  program.desktop.choices = {1005};
+  program.desktop.Main()->Find("Settings")->Click();
+  program.port.SetPresent(true);
+  program.RunFor(5000);
+  EXPECT_TRUE(program.orvane->Link().Flags().MeterFound);
+  EXPECT_TRUE(Dark());
+  EXPECT_EQ(program.Commands().back(), "V?") << "no D1";
+  program.desktop.choices = {1004};
+  program.desktop.Main()->Find("Settings")->Click();
+  EXPECT_TRUE(Lives(3000));
+}
+
 TEST_F(RecoveryTest, ReadingsThatTheOperatorStoppedGoDark) {
   program.desktop.choices = {1005};
   program.desktop.Main()->Find("Settings")->Click();
