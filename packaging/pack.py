@@ -94,6 +94,7 @@ def make_setup(folder, target, version, work, epoch):
     file_list, picture = work / "files.nsh", work / "side.bmp"
     write_file_list(folder, file_list)
     write_side_picture(picture)
+    os.utime(picture, (epoch, epoch))  # it is one of the installer's files
     size = sum(path.stat().st_size for path in files_of(folder)) // 1024
     defines = {"VERSION": version, "OUT": target, "FILES": file_list, "SIZE": size, "PICTURE": picture,
                "ICON": ROOT / "app/orvane.ico"}
