@@ -15,25 +15,33 @@ int FillOf(bool lit) {
   return lit ? Shape::kSolid : Shape::kTransparent;
 }
 
+// Who does not see the lamp's colour reads it beside the lamp.
+void ShowLamp(Shape& lamp, Label& label, std::string_view dark, std::string_view lit, bool on) {
+  lamp.SetFillStyle(FillOf(on));
+  label.SetCaption(on ? lit : dark);
+  label.SetToolTipText(on ? "Alarm on: press to reset" : "Alarm off");
+}
+
 }  // namespace
 
 void AlarmLamps::ShowAlarmLamps() {
   const bool swr = meter_.SWRAlarm == kTrue;
   const bool power = meter_.PwrAlarm == kTrue;
-  controls_.shpSWRAlarm->SetFillStyle(FillOf(swr));
-  controls_.shpPowerAlarm->SetFillStyle(FillOf(power));
-  controls_.shpResetAlarm->SetFillStyle(FillOf(swr || power));
+  Show(swr, power);
 }
 
 void AlarmLamps::Reset() {
-  for (Shape* lamp :
-       {controls_.shpSWRAlarm.get(), controls_.shpPowerAlarm.get(), controls_.shpResetAlarm.get()}) {
-    lamp->SetFillStyle(Shape::kTransparent);
-  }
+  Show(false, false);
+}
+
+void AlarmLamps::Show(bool swr, bool power) {
+  ShowLamp(*controls_.shpSWRAlarm, *controls_.lblSWRAlarm, "SWR Alarm", "SWR Alarm!", swr);
+  ShowLamp(*controls_.shpPowerAlarm, *controls_.lblPwrAlarm, "Pwr Alarm", "Pwr Alarm!", power);
+  controls_.shpResetAlarm->SetFillStyle(FillOf(swr || power));
 }
 
 ActivityLights::ActivityLights(WindowSystem& windows, Clock& clock, MeterControls& controls)
-    : controls_(controls), rx_(windows, clock, kLightMs), tx_(windows, clock, kLightMs) {
+    : controls_(controls), clock_(clock), rx_(windows, clock, kLightMs), tx_(windows, clock, kLightMs) {
   rx_.Tick = [this] {
     controls_.imgRx->SetPicture(controls_.imgLed[kLightOff]);
     rx_.SetEnabled(false);
@@ -44,12 +52,19 @@ ActivityLights::ActivityLights(WindowSystem& windows, Clock& clock, MeterControl
   };
 }
 
+bool ActivityLights::Busy(const Tick& last) const {
+  constexpr std::uint32_t kBusyMs = 1000;
+  return last && Now() - *last < kBusyMs;
+}
+
 void ActivityLights::ShowRx() {
+  last_rx_ = Now();
   controls_.imgRx->SetPicture(controls_.imgLed[kLightOn]);
   rx_.SetEnabled(true);
 }
 
 void ActivityLights::ShowTx() {
+  last_tx_ = Now();
   controls_.imgTx->SetPicture(controls_.imgLed[kLightOn]);
   tx_.SetEnabled(true);
 }

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string_view>
 
 namespace orvane {
@@ -22,6 +23,8 @@ class AlarmLamps {
   void Reset();
 
  private:
+  void Show(bool swr, bool power);
+
   MeterControls& controls_;
   const MeterState& meter_;
 };
@@ -33,9 +36,19 @@ class ActivityLights {
   void ShowRx();
   void ShowTx();
   void Reset();
+  /// Something came, or went, within the last second: steadier than the light.
+  bool RxBusy() const { return Busy(last_rx_); }
+  bool TxBusy() const { return Busy(last_tx_); }
 
  private:
+  using Tick = std::optional<std::uint32_t>;
+  bool Busy(const Tick& last) const;
+  std::uint32_t Now() const { return static_cast<std::uint32_t>(clock_.GetTickCount()); }
+
   MeterControls& controls_;
+  Clock& clock_;
+  Tick last_rx_;
+  Tick last_tx_;
   Timer rx_;  // `tmrRxLed`
   Timer tx_;  // `tmrTxLed`
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "forms/button_group.h"
 #include "forms/command_button.h"
 #include "forms/digit_box.h"
 #include "forms/label.h"
@@ -28,7 +29,8 @@ struct GraphControls {
   ControlArray<Label, 3> lblScale;              ///< left end, middle, full scale
   std::unique_ptr<PictureBox> pbxRangeButtons;  ///< frame of the range buttons
   ControlArray<CommandButton, kRangeButtons> cmdRange;
-  ControlArray<Shape, kRangeButtons> shpRange;  ///< markers beside the buttons
+  ControlArray<Shape, kRangeButtons> shpRange;                            ///< markers beside the buttons
+  std::unique_ptr<ButtonGroup> ranges = std::make_unique<ButtonGroup>();  ///< of both
   std::unique_ptr<OVDigitBox> dbxPower;
 };
 
@@ -50,6 +52,7 @@ struct MeterControls {
   std::unique_ptr<PictureBox> pbxModePanel;
   ControlArray<CommandButton, kModes> cmdMode;
   ControlArray<Shape, kModes> shpMode;
+  std::unique_ptr<ButtonGroup> modes = std::make_unique<ButtonGroup>();  ///< of both
 
   std::unique_ptr<Image> imgRx;
   std::unique_ptr<Image> imgTx;

@@ -25,7 +25,6 @@ class ModePanel {
   void Follow(std::int16_t reported);
 
  private:
-  void ShowMarker(std::int16_t index);
   void Apply(std::int16_t index);
 
   MeterControls& controls_;

@@ -52,6 +52,9 @@ class PowerDisplay {
   /// Forgets the shown values and clears the reflected bar.
   void ResetPowerDisplay();
   AlarmLamps& Lamps() { return lamps_; }
+  /// What the last line brought, watts: the power that goes out, and the reflected one.
+  std::int16_t NetForward() const { return net_forward_; }
+  std::int16_t Reflected() const { return reflected_in_; }
 
   /// Bar level of a VSWR in dip mode: 12.75 segments a unit, 1.0 lights nothing (-1), 5.0 fills the bar (50);
   /// a reading of 0 or less is level 0. @throws RuntimeError kOverflow

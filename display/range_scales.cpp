@@ -43,9 +43,7 @@ GraphRange::GraphRange(WindowSystem& windows, GraphControls& controls, PowerBar&
 void GraphRange::Choose(int index, int meter_range, int meter_row) {
   if (index < 0 || index > kAutoRange) throw RuntimeError(Fault::kSubscriptOutOfRange, "Choosing a range");
   index_ = static_cast<std::int16_t>(index);
-  for (auto& marker : controls_.shpRange)
-    marker->SetFillStyle(Shape::kTransparent);
-  controls_.shpRange[static_cast<std::size_t>(index)]->SetFillStyle(Shape::kSolid);
+  controls_.ranges->Choose(index);
   auto_ = index == kAutoRange;
   if (auto_) {
     SetGraphScale(meter_range, meter_row);

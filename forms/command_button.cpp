@@ -1,20 +1,13 @@
 #include "forms/command_button.h"
 
+#include "forms/colors.h"
+
 namespace orvane {
 namespace {
 
 constexpr int kRadius = 45;       // twips
 constexpr int kRim = 15;          // twips
 constexpr int kTextHeight = 165;  // twips
-
-constexpr Color kRimColor = MakeColor(14, 17, 20);
-constexpr Color kNormalTop = MakeColor(70, 78, 86);
-constexpr Color kNormalFace = MakeColor(54, 61, 68);
-constexpr Color kHotTop = MakeColor(92, 103, 113);
-constexpr Color kHotFace = MakeColor(72, 82, 91);
-constexpr Color kPressedFace = MakeColor(36, 41, 46);
-constexpr Color kFocusColor = MakeColor(0xFF, 0xB0, 0x2E);
-constexpr Color kTextColor = MakeColor(232, 238, 242);
 
 }  // namespace
 
@@ -28,8 +21,8 @@ CommandButton::CommandButton(WindowSystem& windows, WindowedControl& container, 
 
 void CommandButton::Press() {
   const Point middle{Width() / 2, Height() / 2};
-  OnMouse({MouseAction::kDown, kLeftButton, middle});
-  OnMouse({MouseAction::kUp, kLeftButton, middle});
+  OnMouse({MouseAction::kDown, kLeftButton, middle, true});
+  OnMouse({MouseAction::kUp, kLeftButton, middle, true});
 }
 
 // Space presses while it is held and acts when it is let go, as buttons do; Enter acts at once.
@@ -40,9 +33,17 @@ bool CommandButton::KeyPressed(const KeyEvent& event) {
   }
   if (event.key != Key::kSpace) return false;
   const Point middle{Width() / 2, Height() / 2};
-  if (event.down && !pressed_) OnMouse({MouseAction::kDown, kLeftButton, middle});
-  if (!event.down && pressed_) OnMouse({MouseAction::kUp, kLeftButton, middle});
+  if (event.down && !pressed_) OnMouse({MouseAction::kDown, kLeftButton, middle, true});
+  if (!event.down && pressed_) OnMouse({MouseAction::kUp, kLeftButton, middle, true});
   return true;
+}
+
+Accessible CommandButton::OwnDescription() const {
+  Accessible what;
+  what.role = Role::kButton;
+  what.name = WindowText();
+  what.action = "Press";
+  return what;
 }
 
 void CommandButton::OnMouse(const MouseEvent& event) {
@@ -65,6 +66,7 @@ void CommandButton::PointerChanged(const MouseEvent& event) {
   switch (event.action) {
     case MouseAction::kDown:
     case MouseAction::kDoubleClick:
+      if (!event.by_keys) SetFocus();  // what is clicked has the keyboard as well
       changed = Assign(pressed_, event.button == kLeftButton);
       break;
     case MouseAction::kUp:
@@ -84,16 +86,16 @@ void CommandButton::Paint(Canvas& canvas) const {
   const Rect whole{0, 0, Width(), Height()};
   const int rim = Focused() ? 2 * kRim : kRim;
   const Rect inner{rim, rim, Width() - 2 * rim, Height() - 2 * rim};
-  canvas.FillRounded(whole, kRadius, Focused() ? kFocusColor : kRimColor, 255);
+  canvas.FillRounded(whole, kRadius, Focused() ? colors::kFocus : colors::kRim, 255);
   if (pressed_) {
-    canvas.FillRounded(inner, kRadius - kRim, kPressedFace, 255);
+    canvas.FillRounded(inner, kRadius - kRim, colors::kPressedButton, 255);
   } else {
-    canvas.FillRounded(inner, kRadius - kRim, hot_ ? kHotTop : kNormalTop, 255);
+    canvas.FillRounded(inner, kRadius - kRim, hot_ ? colors::kHotButtonTop : colors::kButtonTop, 255);
     canvas.FillRounded({inner.left, inner.top + kRim, inner.width, inner.height - kRim}, kRadius - kRim,
-                       hot_ ? kHotFace : kNormalFace, 255);
+                       hot_ ? colors::kHotButton : colors::kButton, 255);
   }
   const Rect text = pressed_ ? whole.Shifted(0, kRim) : whole;
-  canvas.DrawText(text, caption_, {"Arial", kTextHeight, false}, kTextColor, Align::kCenter);
+  canvas.DrawText(text, caption_, {"Arial", kTextHeight, false}, colors::kButtonText, Align::kCenter);
 }
 
 }  // namespace orvane

@@ -17,6 +17,9 @@ class CommandButton : public WindowedControl {
   void Press();
 
  protected:
+  bool ShowsFocus() const override { return true; }
+  Accessible OwnDescription() const override;
+  void OnAction() override { Press(); }
   void Paint(Canvas& canvas) const override;
   void OnMouse(const MouseEvent& event) override;
   void OnFocus(bool has_focus) override;

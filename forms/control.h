@@ -20,6 +20,10 @@ bool Assign(Value& field, const std::type_identity_t<Value>& value) {
 }
 
 class Shape;
+class WindowedControl;
+
+/// What is said about the control that has the keyboard.
+enum class FocusNews { kGained, kLost, kChanged };
 
 /// Something with a place on the form. A place is twips from the corner of the container.
 class Control {
@@ -67,6 +71,13 @@ class WindowedControl : public Control, private WidgetClient {
   /// A key was pressed while the keyboard was here, or in a control within that did not want it. @return
   /// true: taken
   std::function<bool(Key key)> KeyDown;
+  /// Space, Enter or a screen reader pressed it. A control without one cannot be pressed.
+  std::function<void()> Pressed;
+  /// The keyboard came here, or left.
+  std::function<void(bool has_focus)> FocusChanged;
+  /// Adds what a screen reader is told about this control. Called only when one asks, or while the keyboard
+  /// is here; what it reads may change as often as it likes.
+  std::function<void(Accessible& what)> Describing;
 
   void SetToolTipText(std::string_view text);
   const std::string& ToolTipText() const { return tool_tip_; }
@@ -76,6 +87,15 @@ class WindowedControl : public Control, private WidgetClient {
   void SetContainer(WindowedControl& container);
   /// For controls that are made inside this one.
   Widget& AsWidget() const { return *window_; }
+  /// Lets the Tab key stop at the control.
+  void SetTabStop(bool on) { window_->SetTabStop(on); }
+  void SetFocus() { window_->SetFocus(); }
+  bool Focused() const { return focused_; }
+  /// Something about it changed that is not painted here, or not by itself.
+  void StateChanged() {
+    if (focused_) TellFocus(*this, FocusNews::kChanged);
+  }
+  Accessible Describe() const override;
 
  protected:
   /// For the form, which makes its own window.
@@ -83,9 +103,13 @@ class WindowedControl : public Control, private WidgetClient {
   void Adopt(Widget& window) { window_ = &window; }
 
   virtual void Paint(Canvas&) const {}
-  /// Lets the Tab key stop at the control.
-  void SetTabStop(bool on) { window_->SetTabStop(on); }
-  bool Focused() const { return focused_; }
+  /// True when the control shows by itself that it has the keyboard; otherwise its container draws a frame
+  /// around it.
+  virtual bool ShowsFocus() const { return false; }
+  /// What kind of control it is, and what it says by itself.
+  virtual Accessible OwnDescription() const { return {}; }
+  /// Goes outwards to the form, which knows somebody who wants to hear it.
+  virtual void TellFocus(WindowedControl& control, FocusNews news);
   /// What a key does to the control itself. @return true when it was for the control; otherwise KeyDown is
   /// asked
   virtual bool KeyPressed(const KeyEvent&) { return false; }
@@ -98,6 +122,9 @@ class WindowedControl : public Control, private WidgetClient {
   void OnMouse(const MouseEvent& event) override;
   bool OnKey(const KeyEvent& event) override;
   void OnFocus(bool has_focus) override;
+  void OnAction() override {
+    if (Pressed) Pressed();
+  }
   void PlaceChanged(const Rect& before) override;
   WidgetClient& AsClient() { return *this; }
 
@@ -105,6 +132,9 @@ class WindowedControl : public Control, private WidgetClient {
   friend class Shape;
   void InvalidateArea(const Rect& area);
   void PaintUnder(Canvas& canvas) const;
+  bool PressedByKey(const KeyEvent& event);
+  void ShowFocusAround(WindowedControl* control);
+  void PaintFocusMark(Canvas& canvas) const;
 
   WindowedControl* container_ = nullptr;
   std::unique_ptr<Widget> owned_;
@@ -113,6 +143,8 @@ class WindowedControl : public Control, private WidgetClient {
   std::string text_;
   std::string tool_tip_;
   bool focused_ = false;
+  bool key_held_ = false;              // Space or Enter went down here
+  WindowedControl* marked_ = nullptr;  // has the keyboard, and a frame around it
 };
 
 }  // namespace orvane

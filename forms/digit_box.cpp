@@ -1,15 +1,12 @@
 #include "forms/digit_box.h"
 
+#include "forms/colors.h"
+
 #include <array>
 #include <cstdint>
 
 namespace orvane {
 namespace {
-
-constexpr Color kBackground = MakeColor(6, 9, 11);
-constexpr Color kUnlit = MakeColor(20, 28, 32);
-constexpr Color kNormal = MakeColor(214, 244, 255);
-constexpr Color kAlarm = MakeColor(255, 84, 70);
 
 // Bits of a glyph: segments a (top), b, c (right), d (bottom), e, f (left), g (middle), from bit 0 up.
 constexpr std::array<std::uint8_t, 10> kDigitSegments{0x3F, 0x06, 0x5B, 0x4F, 0x66,
@@ -119,19 +116,19 @@ OVDigitBox::OVDigitBox(WindowSystem& windows, WindowedControl& container, const 
 
 void OVDigitBox::Paint(Canvas& canvas) const {
   constexpr int kMargin = 30;  // twips, left and right
-  canvas.FillRect({0, 0, Width(), Height()}, kBackground);
+  canvas.FillRect({0, 0, Width(), Height()}, colors::kReadoutGround);
   const std::size_t count = format_ == kRatioFormat ? 4 : kMostCells;
   std::array<Cell, kMostCells> cells{};
   if (!FillCells(digitdisplay(), count, cells)) cells.fill({kDash, false});
-  const Color lit = color_ == kAlarmColor ? kAlarm : kNormal;
+  const Color lit = color_ == kAlarmColor ? colors::kAlarmDigit : colors::kDigit;
   const double pitch = static_cast<double>(Width() - 2 * kMargin) / static_cast<double>(count);
   for (std::size_t i = 0; i < count; ++i) {
     const Glyph glyph(kMargin + pitch * static_cast<double>(i), 0, pitch, Height());
     for (int segment = 0; segment < 7; ++segment) {
-      glyph.Segment(canvas, segment, (cells[i].segments >> segment & 1) != 0 ? lit : kUnlit);
+      glyph.Segment(canvas, segment, (cells[i].segments >> segment & 1) != 0 ? lit : colors::kUnlitDigit);
     }
     const bool has_point = format_ == kRatioFormat && i + 1 < count;
-    if (cells[i].point || has_point) glyph.Point(canvas, cells[i].point ? lit : kUnlit);
+    if (cells[i].point || has_point) glyph.Point(canvas, cells[i].point ? lit : colors::kUnlitDigit);
   }
 }
 

@@ -41,6 +41,12 @@ class OVDigitBox : public WindowedControl {
   }
 
  protected:
+  Accessible OwnDescription() const override {
+    Accessible what;
+    what.role = Role::kText;
+    what.value = digitdisplay();
+    return what;
+  }
   void Paint(Canvas& canvas) const override;
 
  private:

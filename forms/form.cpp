@@ -9,6 +9,7 @@ struct Form::Client : TopWindowClient {
   void OnMouse(const MouseEvent& event) override { base_.OnMouse(event); }
   bool OnKey(const KeyEvent& event) override { return base_.OnKey(event); }
   void OnFocus(bool has_focus) override { base_.OnFocus(has_focus); }
+  Accessible Describe() const override { return base_.Describe(); }
   void OnClose() override { Tell(form_.CloseRequested); }
   void OnShellRestarted() override { Tell(form_.ShellRestarted); }
   void OnDisplayChanged() override { Tell(form_.DisplayChanged); }

@@ -22,6 +22,8 @@ class Form : public WindowedControl {
   std::function<void(int number)> PortRemoved;  ///< see TopWindowClient
   std::function<void()> Resumed;                ///< see TopWindowClient
   std::function<void()> SessionEnd;             ///< see TopWindowClient
+  /// The keyboard came to a control of the form or left it, or what has it changed.
+  std::function<void(WindowedControl& control, FocusNews news)> FocusTold;
 
   const std::string& Caption() const { return WindowText(); }
   Color BackColor() const { return back_color_; }
@@ -35,6 +37,9 @@ class Form : public WindowedControl {
   TopWindow& Window() { return *window_; }
 
  protected:
+  void TellFocus(WindowedControl& control, FocusNews news) override {
+    if (FocusTold) FocusTold(control, news);
+  }
   void Paint(Canvas& canvas) const override;
   void PlaceChanged(const Rect& before) override;
 

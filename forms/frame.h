@@ -15,7 +15,11 @@ class Frame : public WindowedControl {
 
   const std::string& Caption() const { return WindowText(); }
 
+ protected:
+  Accessible OwnDescription() const override;
+
  private:
+  FrameKind kind_;
   std::unique_ptr<Widget> frame_;
 };
 

@@ -40,6 +40,12 @@ class Label : public WindowedControl {
   const Look& look() const { return look_; }
 
  protected:
+  Accessible OwnDescription() const override {
+    Accessible what;
+    what.role = Role::kLabel;
+    what.name = Caption();
+    return what;
+  }
   void Paint(Canvas& canvas) const override {
     if (look_.back) canvas.FillRect({0, 0, Width(), Height()}, *look_.back);
     canvas.DrawText({0, 0, Width(), Height()}, Caption(), look_.font, look_.color, look_.align);

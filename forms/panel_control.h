@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace orvane {
@@ -19,9 +20,21 @@ class PanelControl : public Control, protected PanelControlClient {
   }
   const std::string& ToolTipText() const { return tool_tip_; }
   void SetFocus() { widget_->SetFocus(); }
+  /// What a screen reader calls it, where no caption of its own says so; at first the caption of its group.
+  void SetSpokenName(std::string_view name) { spoken_name_ = name; }
 
  protected:
-  explicit PanelControl(const Rect& bounds) : Control(bounds) {}
+  explicit PanelControl(const Rect& bounds, std::string_view spoken_name = {})
+      : Control(bounds), spoken_name_(spoken_name) {}
+  /// For Describe.
+  Accessible Described(Role role, std::string value = {}) const {
+    Accessible what;
+    what.role = role;
+    what.name = spoken_name_;
+    what.value = std::move(value);
+    what.description = tool_tip_;
+    return what;
+  }
   void Adopt(Widget& widget) { widget_ = &widget; }
   void SetWidgetText(std::string_view text) { widget_->SetText(text); }
 
@@ -36,6 +49,7 @@ class PanelControl : public Control, protected PanelControlClient {
  private:
   Widget* widget_ = nullptr;
   std::string tool_tip_;
+  std::string spoken_name_;
 };
 
 /// A push button; "&" in its caption marks its mnemonic.
@@ -54,6 +68,7 @@ class PanelButton : public PanelControl {
   const std::string& Caption() const { return caption_; }
 
  protected:
+  Accessible Describe() const override { return Described(Role::kButton); }
   void OnChange() override {
     if (Click) Click();
   }
@@ -91,7 +106,8 @@ class ComboBox : public PanelControl {
   };
 
   ComboBox(WindowSystem& windows, WindowedControl& frame, const Rect& bounds, std::string_view tool_tip = {})
-      : PanelControl(bounds), widget_(windows.Panels().CreateList(frame.AsWidget(), *this, bounds)) {
+      : PanelControl(bounds, frame.WindowText()),
+        widget_(windows.Panels().CreateList(frame.AsWidget(), *this, bounds)) {
     Adopt(*widget_);
     if (!tool_tip.empty()) SetToolTipText(tool_tip);
   }
@@ -107,6 +123,9 @@ class ComboBox : public PanelControl {
   const Item* Selected() const;
 
  protected:
+  Accessible Describe() const override {
+    return Described(Role::kList, Selected() == nullptr ? std::string() : Selected()->Text);
+  }
   void OnChange() override {
     if (Click) Click();
   }
@@ -132,6 +151,11 @@ class CheckBox : public PanelControl {
   void SetChecked(bool on) { widget_->SetChecked(on); }
 
  protected:
+  Accessible Describe() const override {
+    Accessible what = Described(Role::kCheckBox);
+    what.checked = Checked();
+    return what;
+  }
   void OnChange() override {
     if (Click) Click();
   }
@@ -147,7 +171,7 @@ class TextBox : public PanelControl {
   enum class Use { kEdit, kReadOnly };
 
   TextBox(WindowSystem& windows, WindowedControl& frame, const Rect& bounds, Use use = Use::kEdit)
-      : PanelControl(bounds),
+      : PanelControl(bounds, frame.WindowText()),
         widget_(windows.Panels().CreateTextBox(frame.AsWidget(), *this, bounds, use == Use::kReadOnly)) {
     Adopt(*widget_);
   }
@@ -162,6 +186,7 @@ class TextBox : public PanelControl {
   }
 
  protected:
+  Accessible Describe() const override { return Described(Role::kEdit, Text()); }
   void OnChange() override {
     if (Change) Change();
   }
@@ -178,11 +203,14 @@ class TextBox : public PanelControl {
 class VScrollBar : public PanelControl {
  public:
   VScrollBar(WindowSystem& windows, WindowedControl& frame, const Rect& bounds)
-      : PanelControl(bounds), widget_(windows.Panels().CreateScrollBar(frame.AsWidget(), *this, bounds)) {
+      : PanelControl(bounds, frame.WindowText()),
+        widget_(windows.Panels().CreateScrollBar(frame.AsWidget(), *this, bounds)) {
     Adopt(*widget_);
     widget_->SetRange(min_, max_);
   }
   std::function<void()> Change;  ///< the user moved it
+  /// What its position means, in words.
+  std::function<std::string()> SpokenValue;
 
   int Min() const { return min_; }
   int Max() const { return max_; }
@@ -191,6 +219,9 @@ class VScrollBar : public PanelControl {
   void SetValue(int value) { widget_->SetPosition(value); }
 
  protected:
+  Accessible Describe() const override {
+    return Described(Role::kScrollBar, SpokenValue ? SpokenValue() : std::string());
+  }
   void OnChange() override {
     if (Change) Change();
   }

@@ -15,6 +15,12 @@ class PictureBox : public WindowedControl {
   }
 
  protected:
+  Accessible OwnDescription() const override {
+    Accessible what;
+    what.role = Role::kPicture;
+    what.name = ToolTipText();
+    return what;
+  }
   void Paint(Canvas& canvas) const override {
     if (picture_) canvas.DrawPicture({0, 0}, *picture_);
   }

@@ -24,6 +24,8 @@ struct PanelControlClient {
   virtual unsigned char OnKeyPress(unsigned char code) = 0;
   /// A key was released in a text box. @param enter it was the Enter key
   virtual void OnKeyUp(bool enter) = 0;
+  /// What a screen reader is told beside what the system says of the control by itself.
+  virtual Accessible Describe() const { return {}; }
 };
 
 /// Drop-down list; one line of it is shown.

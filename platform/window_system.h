@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/accessible.h"
 #include "platform/canvas.h"
 #include "platform/geometry.h"
 
@@ -19,12 +20,13 @@ enum class MouseAction { kDown, kUp, kMove, kDoubleClick, kLeave };
 
 struct MouseEvent {
   MouseAction action = MouseAction::kMove;
-  int button = 0;  ///< the button pressed or released; 0 when the pointer moves
-  Point at;        ///< twips from the widget's corner
+  int button = 0;        ///< the button pressed or released; 0 when the pointer moves
+  Point at;              ///< twips from the widget's corner
+  bool by_keys = false;  ///< made of a key or by a screen reader; there is no pointer at that place
 };
 
 /// Keys that the program acts on; all others are none of its business.
-enum class Key { kSpace, kEnter, kEscape, kLeft, kRight, kUp, kDown, kF1, kF2, kF3, kMenu };
+enum class Key { kSpace, kEnter, kEscape, kLeft, kRight, kUp, kDown, kF1, kF2, kF3, kF4, kMenu };
 
 struct KeyEvent {
   Key key = Key::kSpace;
@@ -40,6 +42,10 @@ struct WidgetClient {
   virtual bool OnKey(const KeyEvent& event) = 0;
   /// The keyboard came to this widget, or left it.
   virtual void OnFocus(bool has_focus) = 0;
+  /// What a screen reader is told; asked for when somebody wants to know.
+  virtual Accessible Describe() const { return {}; }
+  /// A screen reader presses the widget.
+  virtual void OnAction() {}
 };
 
 /// A real child window. Its text is what it shows or what it is for.
@@ -57,6 +63,8 @@ struct Widget {
   /// Lets the Tab key stop here. The order is that in which the widgets were made.
   virtual void SetTabStop(bool on) = 0;
   virtual void SetFocus() = 0;
+  /// Lets screen readers know that what WidgetClient::Describe says changed.
+  virtual void TellChanged(AccessibleChange change) = 0;
 };
 
 enum class WindowState { kNormal = 0, kMinimized = 1 };
@@ -147,9 +155,10 @@ struct WindowSystem {
   virtual std::unique_ptr<TimerHandle> StartTimer(int milliseconds, std::function<void()> tick) = 0;
   /// Shows a box and waits for its button. Events go on meanwhile.
   virtual BoxAnswer ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) = 0;
-  /// Opens a menu at the pointer, its right edge there, and waits until it is closed. Events go on meanwhile.
+  /// Opens a menu and waits until it is closed. Events go on meanwhile. @param at the menu opens below this
+  /// widget; without one at the pointer, its right edge there
   /// @return the chosen line's id, 0 when the menu was dismissed
-  virtual int ShowPopupMenu(const std::vector<MenuItem>& items) = 0;
+  virtual int ShowPopupMenu(const std::vector<MenuItem>& items, Widget* at) = 0;
   virtual Size ScreenSize() = 0;                                          ///< twips
   virtual Size PixelsPerInch() = 0;                                       ///< horizontal and vertical
   virtual Size MeasureText(std::string_view text, const Font& font) = 0;  ///< twips

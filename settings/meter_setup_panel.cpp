@@ -124,6 +124,7 @@ MeterSetupPanel::MeterSetupPanel(WindowSystem& windows, WindowedControl& form, P
   ConnectTrim(vsFPTrim, lblFPTrim, &ParameterRecord::ForwardTrim);
   ConnectTrim(vsRPTrim, lblRPTrim, &ParameterRecord::ReflectedTrim);
   ConnectCallMessage();
+  txtFWVer.SetSpokenName("Firmware version");
   chkDispMessage.Click = [this] { pending_.DisplayMessage = chkDispMessage.Checked() ? 1 : 0; };
   cmdApplySettings.Click = [this] {
     cmdCancelSettings.SetFocus();
@@ -156,6 +157,7 @@ void MeterSetupPanel::ConnectTrim(VScrollBar& bar, PanelLabel& label, Value valu
     if (ready_) pending_.*value = static_cast<std::int16_t>(percent);
     ShowTrim(label, percent);
   };
+  bar.SpokenValue = [&label] { return label.Caption() + " percent"; };
 }
 
 void MeterSetupPanel::ConnectCallMessage() {

@@ -48,6 +48,8 @@ ProgramSettingsPanel::ProgramSettingsPanel(WindowSystem& windows, WindowedContro
       cmdAction(windows, FrameSettings, at::kAction, "&Apply", "Apply port, speed and position"),
       cmdCloseSettings(windows, FrameSettings, at::kClose, "&Close", "Close without applying"),
       ports_(ports) {
+  cboCommPort.SetSpokenName(lblCommPort.Caption());
+  cboBaudRate.SetSpokenName(lblBaudRate.Caption());
   txtClient.SetToolTipText("Enter the name of the client application to receive data from Orvane Lite");
   txtClient.Change = [this] {
     if (ClientNamed) ClientNamed(txtClient.Text());

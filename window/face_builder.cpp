@@ -5,6 +5,7 @@
 #include "platform/raster.h"
 #include "platform/surface_canvas.h"
 #include "window/layout.h"
+#include "window/palette.h"
 
 #include <cmath>
 #include <string>
@@ -12,26 +13,13 @@
 namespace orvane {
 namespace {
 
-constexpr Color kFace = MakeColor(0x22, 0x28, 0x2E);
-constexpr Color kCyan = MakeColor(0, 255, 255);
-constexpr Color kRed = MakeColor(255, 0, 0);
-constexpr Color kDarkReflected = MakeColor(0x2A, 0x12, 0x14);
-constexpr Color kDarkForward = MakeColor(0x0F, 0x25, 0x28);
-constexpr Color kCaption = MakeColor(0xDB, 0xE3, 0xE9);
-constexpr Color kMessageText = MakeColor(0xFF, 0xBD, 0x5A);
-constexpr Color kLampDark = MakeColor(0x2B, 0x14, 0x16);
-constexpr Color kLampLit = MakeColor(0xFF, 0x3B, 0x30);
-constexpr Color kMarkerDark = MakeColor(0x2B, 0x32, 0x39);
-constexpr Color kMarkerLit = MakeColor(0xFF, 0xB0, 0x2E);
-constexpr Color kRing = MakeColor(10, 12, 14);
-constexpr Color kLightOn = MakeColor(0x43, 0xE0, 0x8A);
-constexpr Color kLightOff = MakeColor(0x12, 0x33, 0x1F);
-
-constexpr Shape::Look kAlarmLook{Shape::Form::kEllipse, kLampLit, kLampLit, kLampDark, kRing};
-constexpr Shape::Look kMarkerLook{Shape::Form::kEllipse, kMarkerLit, kMarkerLit, kMarkerDark, kRing};
+constexpr Shape::Look kAlarmLook{Shape::Form::kEllipse, palette::kLampLit, palette::kLampLit,
+                                 palette::kLampDark, palette::kRing};
+constexpr Shape::Look kMarkerLook{Shape::Form::kEllipse, palette::kMarkerLit, palette::kMarkerLit,
+                                  palette::kMarkerDark, palette::kRing};
 
 constexpr Label::Look TextLook(Align align) {
-  return {{"Arial", 180, false}, kCaption, align, std::nullopt};
+  return {{"Arial", 180, false}, palette::kCaption, align, std::nullopt};
 }
 
 std::unique_ptr<CommandButton> NewButton(WindowSystem& windows, WindowedControl& container, const Rect& place,
@@ -53,7 +41,7 @@ void BuildBar(WindowSystem& windows, Form& form, const layout::Graph& place, Col
   for (int i = 0; i < static_cast<int>(kBarShapes); ++i) {
     // The last shape stands outside the bar, red in both, and is never driven.
     const bool outside = i == kLastSegment + 1;
-    const Color back = outside ? kRed : color;
+    const Color back = outside ? palette::kRed : color;
     const auto dark = outside ? std::nullopt : std::optional<Color>(dark_color);
     graph.shpGraph[static_cast<std::size_t>(i)] = std::make_unique<Shape>(
         *graph.pbxGraph, layout::Across(layout::kFirstSegment, layout::kSegmentPitch, i),
@@ -77,6 +65,7 @@ void BuildRangeButtons(WindowSystem& windows, Form& form, const layout::Graph& p
     graph.cmdRange[k] = NewButton(windows, *graph.pbxRangeButtons,
                                   layout::Down(layout::kFirstRangeButton, layout::kRangePitch, i),
                                   RangeCaption(ranges, i), RangeToolTip(ranges, i));
+    graph.ranges->Add(*graph.cmdRange[k], *graph.shpRange[k]);
   }
 }
 
@@ -97,8 +86,9 @@ void BuildModePanel(WindowSystem& windows, Form& form, MeterControls& controls) 
     controls.cmdMode[k] = NewButton(windows, *controls.pbxModePanel,
                                     layout::Across(layout::kFirstModeButton, layout::kModePitch, i),
                                     kRows[k].caption, kRows[k].tool_tip);
+    controls.modes->Add(*controls.cmdMode[k], *controls.shpMode[k]);
   }
-  controls.shpMode[0]->SetFillStyle(Shape::kSolid);
+  controls.modes->Choose(0);
 }
 
 /// A round light of the given size in twips, smooth at the screen's resolution.
@@ -136,8 +126,8 @@ void BuildStatusRow(WindowSystem& windows, Form& form, MeterControls& controls) 
   controls.imgTx = std::make_unique<Image>(windows, form, layout::kTxLight);
   controls.imgTx->SetToolTipText("Tx Data Activity");
   const Size light{layout::kRxLight.width, layout::kRxLight.height};
-  const Picture off = LightPicture(light, windows.PixelsPerInch(), kLightOff);
-  controls.imgLed = {nullptr, off, off, LightPicture(light, windows.PixelsPerInch(), kLightOn)};
+  const Picture off = LightPicture(light, windows.PixelsPerInch(), palette::kLightOff);
+  controls.imgLed = {nullptr, off, off, LightPicture(light, windows.PixelsPerInch(), palette::kLightOn)};
   controls.shpSWRAlarm = std::make_unique<Shape>(form, layout::kSWRLamp, kAlarmLook);
   controls.lblSWRAlarm =
       std::make_unique<Label>(windows, form, layout::kSWRLabel, TextLook(Align::kLeft), "SWR Alarm");
@@ -155,7 +145,7 @@ FormControls BuildFormControls(WindowSystem& windows, Form& form) {
   for (auto& label : controls.lblMessage) {
     label = std::make_unique<Label>(
         windows, form, layout::kMessage,
-        Label::Look{{"Arial", 225, true}, kMessageText, Align::kCenter, std::nullopt});
+        Label::Look{{"Arial", 225, true}, palette::kMessageText, Align::kCenter, std::nullopt});
   }
   constexpr std::array<std::string_view, 3> kMenus{"Window", "Settings", "Help"};
   for (std::size_t i = 0; i < kMenus.size(); ++i) {
@@ -164,22 +154,23 @@ FormControls BuildFormControls(WindowSystem& windows, Form& form) {
   controls.cmdHelp = NewButton(windows, form, layout::kHelpButton, "?", "Help");
   controls.cmdMinimize = NewButton(windows, form, layout::kMinimize, "\x96", "Minimize");
   controls.cmdClose = NewButton(windows, form, layout::kClose, "\xD7", "Close");
+  controls.lblAnnouncement = std::make_unique<Label>(windows, form, Rect{}, TextLook(Align::kLeft));
   return controls;
 }
 
 MeterControls BuildMeterControls(WindowSystem& windows, Form& form) {
   MeterControls controls;
-  BuildBar(windows, form, layout::kForward, kCyan, kDarkForward, controls.forward);
+  BuildBar(windows, form, layout::kForward, palette::kCyan, palette::kDarkForward, controls.forward);
   controls.forward.dbxPower =
       std::make_unique<OVDigitBox>(windows, form, layout::kForward.readout, OVDigitBox::kWholeFormat, "0");
-  BuildBar(windows, form, layout::kReflected, kRed, kDarkReflected, controls.reflected);
+  BuildBar(windows, form, layout::kReflected, palette::kRed, palette::kDarkReflected, controls.reflected);
   controls.reflected.dbxPower =
       std::make_unique<OVDigitBox>(windows, form, layout::kReflected.readout, OVDigitBox::kWholeFormat, "0");
   controls.dbxVSWR =
       std::make_unique<OVDigitBox>(windows, form, layout::kVSWR, OVDigitBox::kRatioFormat, ".0");
   controls.lblDipCaption = std::make_unique<Label>(
-      windows, form, layout::kDipCaption, Label::Look{{"Arial", 150, true}, kMarkerLit, Align::kLeft, kFace},
-      "BAR: VSWR");
+      windows, form, layout::kDipCaption,
+      Label::Look{{"Arial", 150, true}, palette::kMarkerLit, Align::kLeft, palette::kFace}, "BAR: VSWR");
   controls.lblDipCaption->SetVisible(false);
   BuildRangeButtons(windows, form, layout::kForward, kForwardRanges, controls.forward);
   BuildRangeButtons(windows, form, layout::kReflected, kReflectedRanges, controls.reflected);

@@ -15,6 +15,7 @@ struct FormControls {
   std::unique_ptr<CommandButton> cmdHelp;
   std::unique_ptr<CommandButton> cmdMinimize;
   std::unique_ptr<CommandButton> cmdClose;
+  std::unique_ptr<Label> lblAnnouncement;  ///< takes no room: it is heard, not seen
 };
 
 /// Makes the controls at their design places, in the order in which the face is read.

@@ -81,15 +81,19 @@ void Orvane::ConnectButtons() {
 
 // The meter resets its alarms when it is told to; the lamps follow when it reports that they are off.
 void Orvane::ConnectAlarms() {
-  OnButton(*meter_controls_.lblPwrAlarm, kLeftButton, [this] {
-    if (link_.State().PwrAlarm != 0) link_.SendCommand("A");
-  });
-  OnButton(*meter_controls_.lblSWRAlarm, kLeftButton, [this] {
-    if (link_.State().SWRAlarm != 0) link_.SendCommand("A");
-  });
+  OnButton(*meter_controls_.lblPwrAlarm, kLeftButton, [this] { ResetPowerAlarm(); });
+  OnButton(*meter_controls_.lblSWRAlarm, kLeftButton, [this] { ResetSWRAlarm(); });
   OnButton(*meter_controls_.cmdResetAlarms, kLeftButton, [this] {
     if (link_.State().PwrAlarm != 0 || link_.State().SWRAlarm != 0) link_.SendCommand("A");
   });
+}
+
+void Orvane::ResetSWRAlarm() {
+  if (link_.State().SWRAlarm != 0) link_.SendCommand("A");
+}
+
+void Orvane::ResetPowerAlarm() {
+  if (link_.State().PwrAlarm != 0) link_.SendCommand("A");
 }
 
 void Orvane::OnForwardRange(int index) {
@@ -124,7 +128,10 @@ void Orvane::ShowLogo(bool colour) {
 }
 
 void Orvane::OnLogoMouseUp(const MouseEvent& event) {
-  if (event.button != kLeftButton) return;
+  if (event.button == kLeftButton) OpenWebSite();
+}
+
+void Orvane::OpenWebSite() {
   Minimize();
   if (!launches_.OpenDocument(kWebSite)) {
     form_.Window().SetState(WindowState::kNormal);  // a minimised window tells nothing

@@ -14,11 +14,12 @@ constexpr std::int32_t kFlowPauseMs = 1500;
 }  // namespace
 
 void Orvane::ConnectMenus() {
-  const std::array<void (Orvane::*)(), 3> actions{&Orvane::OpenWindowMenu, &Orvane::OpenSettingsMenu,
-                                                  &Orvane::OpenHelpMenu};
+  const std::array<void (Orvane::*)(Widget*), 3> actions{&Orvane::OpenWindowMenu, &Orvane::OpenSettingsMenu,
+                                                         &Orvane::OpenHelpMenu};
   for (std::size_t i = 0; i < actions.size(); ++i) {
-    form_controls_.cmdMenu[i]->MouseUp = [this, action = actions[i]](const MouseEvent&) {
-      (this->*action)();
+    CommandButton& button = *form_controls_.cmdMenu[i];
+    button.MouseUp = [this, &button, action = actions[i]](const MouseEvent& event) {
+      (this->*action)(event.by_keys ? &button.AsWidget() : nullptr);
     };
   }
   OnButton(*form_controls_.cmdHelp, kLeftButton, [this] { ShowHelp(); });
@@ -52,7 +53,7 @@ void Orvane::ConnectPanels() {
 bool Orvane::OnFaceKey(Key key) {
   switch (key) {
     case Key::kMenu:
-      OpenMainMenu();
+      OpenMainMenu(speech_.Focused() != nullptr ? &speech_.Focused()->AsWidget() : &form_.AsWidget());
       return true;
     case Key::kF1:
       ShowHelp();
@@ -63,23 +64,26 @@ bool Orvane::OnFaceKey(Key key) {
     case Key::kF3:
       panels_.ShowFrameSettings();
       return true;
+    case Key::kF4:
+      ToggleView();
+      return true;
     default:
       return false;
   }
 }
 
 // The system takes a moment over each part of the menu; the command goes out when all of them are gone.
-void Orvane::OpenMainMenu() {
-  const int chosen = platform_.windows.ShowPopupMenu(menus::MainMenu(link_.State(), link_.Lists()));
+void Orvane::OpenMainMenu(Widget* at) {
+  const int chosen = platform_.windows.ShowPopupMenu(menus::MainMenu(link_.State(), link_.Lists()), at);
   for (int part = 0; part < menus::kMainMenuParts; ++part) {
     WaitTicks(platform_.clock, platform_.pump, kMenuPauseMs);
   }
   if (const auto setting = menus::SettingOf(chosen)) link_.ChangeSetting(setting->letter, setting->value);
 }
 
-void Orvane::OpenWindowMenu() {
+void Orvane::OpenWindowMenu(Widget* at) {
   TopWindow& window = form_.Window();
-  switch (platform_.windows.ShowPopupMenu(menus::WindowMenu())) {
+  switch (platform_.windows.ShowPopupMenu(menus::WindowMenu(), at)) {
     case menus::kClose:
       Attempt([this] { WaitTicks(platform_.clock, platform_.pump, kClosePauseMs); });
       Form_Unload(0);
@@ -95,8 +99,8 @@ void Orvane::OpenWindowMenu() {
   }
 }
 
-void Orvane::OpenSettingsMenu() {
-  switch (platform_.windows.ShowPopupMenu(menus::SettingsMenu())) {
+void Orvane::OpenSettingsMenu(Widget* at) {
+  switch (platform_.windows.ShowPopupMenu(menus::SettingsMenu(), at)) {
     case menus::kMeterSettings:
       panels_.ShowFrameMeterSetup();
       break;
@@ -120,8 +124,8 @@ void Orvane::OpenSettingsMenu() {
   }
 }
 
-void Orvane::OpenHelpMenu() {
-  switch (platform_.windows.ShowPopupMenu(menus::HelpMenu())) {
+void Orvane::OpenHelpMenu(Widget* at) {
+  switch (platform_.windows.ShowPopupMenu(menus::HelpMenu(), at)) {
     case menus::kHelpContents:
       ShowHelp();
       break;

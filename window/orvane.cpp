@@ -25,6 +25,9 @@ Orvane::Orvane(Platform& platform)
       link_(platform.clock, platform.pump, platform.port, link_settings_, *this),
       display_(platform.windows, platform.clock, platform.pump, meter_controls_, link_.State(),
                link_.Lists().Auto, mode_, [this](std::int32_t watts) { SendToClient(watts); }),
+      spoken_(meter_controls_, display_, link_.State(), mode_, lights_),
+      speech_(platform.windows, platform.clock),
+      announcer_(platform.windows, platform.clock, *form_controls_.lblAnnouncement),
       modes_(meter_controls_, mode_),
       dip_(meter_controls_, display_),
       faces_(platform.windows, platform.files),
@@ -41,6 +44,7 @@ Orvane::Orvane(Platform& platform)
   port_watch_.Tick = [this] {
     panels_.RefreshClientState();
     link_.Watch();
+    announcer_.Update(link_.State(), link_.Flags());
   };
   tray_retry_.Tick = [this] { AddTrayIcon(); };
   modes_.SendCommand = [this](std::string_view command) { link_.SendCommand(command); };
@@ -55,6 +59,17 @@ Orvane::Orvane(Platform& platform)
   ConnectMenus();
   ConnectPanels();
   ConnectSystem();
+  ConnectSpeech();
+}
+
+void Orvane::LineHandled() {
+  display_.OnMeterLine();
+  announcer_.Update(link_.State(), link_.Flags());
+}
+
+void Orvane::ReadingsStopped() {
+  display_.ShowNoReadings();
+  announcer_.Update(link_.State(), link_.Flags());
 }
 
 void Orvane::ShowStatus(std::string_view text, StatusTone tone) {

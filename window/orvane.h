@@ -6,6 +6,8 @@
 #include "display/meter_controls.h"
 #include "display/mode_panel.h"
 #include "display/power_display.h"
+#include "display/spoken_display.h"
+#include "forms/focus_speech.h"
 #include "forms/form.h"
 #include "forms/timer.h"
 #include "link/meter_link.h"
@@ -15,6 +17,7 @@
 #include "platform/platform.h"
 #include "settings/ov_user_settings.h"
 #include "settings/user_settings.h"
+#include "window/announcer.h"
 #include "window/face_builder.h"
 #include "window/face_images.h"
 #include "window/link_settings_adapter.h"
@@ -55,7 +58,7 @@ class Orvane : private LinkEvents {
 
  private:
   // What the link tells
-  void LineHandled() override { display_.OnMeterLine(); }
+  void LineHandled() override;
   void RxActivity() override { lights_.ShowRx(); }
   void TxActivity() override { lights_.ShowTx(); }
   void SetModeCommand() override { modes_.Follow(link_.State().MeterMode); }
@@ -73,7 +76,7 @@ class Orvane : private LinkEvents {
   bool InDipMode() const override { return mode_.Dip(); }
   bool AskOkCancel(std::string_view text, std::string_view title) override;
   void ShowBox(std::string_view text, std::string_view title) override;
-  void ReadingsStopped() override { display_.ShowNoReadings(); }
+  void ReadingsStopped() override;
 
   void OnForwardRange(int index);
   void OnReflectedRange(int index);
@@ -84,12 +87,14 @@ class Orvane : private LinkEvents {
   void ConnectMenus();
   void ConnectPanels();
   void ConnectSystem();
+  void ConnectSpeech();
   static void OnButton(WindowedControl& control, int button, std::function<void()> action);
   bool OnFaceKey(Key key);
-  void OpenMainMenu();
-  void OpenWindowMenu();
-  void OpenSettingsMenu();
-  void OpenHelpMenu();
+  // Menus open at the pointer, or below a widget.
+  void OpenMainMenu(Widget* at = nullptr);
+  void OpenWindowMenu(Widget* at);
+  void OpenSettingsMenu(Widget* at);
+  void OpenHelpMenu(Widget* at);
   void ShowHelp();
   void ShowAbout();
   void OnFaceMouseUp(const MouseEvent& event);
@@ -98,6 +103,9 @@ class Orvane : private LinkEvents {
   void ToggleView();
   void ShowVSWRMode(bool dip);
   void ShowViewOfMode();
+  void OpenWebSite();
+  void ResetSWRAlarm();
+  void ResetPowerAlarm();
   void Minimize();
   void OnShellRestarted();
   void OnDisplayChanged();
@@ -120,6 +128,9 @@ class Orvane : private LinkEvents {
   LinkSettingsAdapter link_settings_;
   MeterLink link_;
   PowerDisplay display_;
+  SpokenDisplay spoken_;
+  FocusSpeech speech_;
+  Announcer announcer_;
   ModePanel modes_;
   DipLayout dip_;
   FaceImages faces_;

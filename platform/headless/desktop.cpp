@@ -4,6 +4,7 @@
 #include "platform/headless/panel_controls.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -18,6 +19,7 @@ class HeadlessChild : public Widget, public HeadlessWindow {
   void Invalidate(const Rect&) override { CountInvalidation(); }
   void SetTabStop(bool on) override { PutTabStop(on); }
   void SetFocus() override { PutFocus(); }
+  void TellChanged(AccessibleChange change) override { PutChange(change); }
   void SetContainer(Widget& container) override { PutContainer(dynamic_cast<HeadlessWindow&>(container)); }
 };
 
@@ -57,6 +59,8 @@ HeadlessWindow* FindBelow(HeadlessWindow& window, std::string_view text) {
 }  // namespace
 
 HeadlessWindow::~HeadlessWindow() {
+  HeadlessWindow& root = Root();
+  if (root.focus_inside_ == this) root.focus_inside_ = nullptr;
   if (container_ != nullptr) std::erase(container_->children_, this);
   for (HeadlessWindow* child : children_)
     child->container_ = nullptr;
@@ -82,6 +86,21 @@ void HeadlessWindow::DoubleClick() {
   Click();
   Mouse(MouseAction::kDoubleClick, kLeftButton);
   Mouse(MouseAction::kUp, kLeftButton);
+}
+
+HeadlessWindow& HeadlessWindow::Root() {
+  HeadlessWindow* root = this;
+  while (root->container_ != nullptr)
+    root = root->container_;
+  return *root;
+}
+
+void HeadlessWindow::TakeFocus() {
+  HeadlessWindow& root = Root();
+  HeadlessWindow* before = std::exchange(root.focus_inside_, &root == this ? nullptr : this);
+  if (before == this) return;
+  if (before != nullptr) before->Focus(false);
+  Focus(true);
 }
 
 void HeadlessWindow::PutContainer(HeadlessWindow& container) {
@@ -140,7 +159,8 @@ BoxAnswer HeadlessDesktop::ShowMessageBox(std::string_view text, std::string_vie
   return answer;
 }
 
-int HeadlessDesktop::ShowPopupMenu(const std::vector<MenuItem>& items) {
+int HeadlessDesktop::ShowPopupMenu(const std::vector<MenuItem>& items, Widget* at) {
+  menu_at = at;
   menus.push_back(items);
   if (menu_ms > 0) time_.RunFor(menu_ms);
   if (choices.empty()) return 0;

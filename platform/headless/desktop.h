@@ -40,10 +40,19 @@ class HeadlessWindow {
   /// A key pressed and released here; true when the widget took it.
   bool Press(Key key);
   void Focus(bool has_focus) { client_.OnFocus(has_focus); }
+  /// What has the keyboard in this top window; null when the window itself has it, or none.
+  HeadlessWindow* FocusInside() const { return focus_inside_; }
+  /// The keyboard goes here, as by the Tab key.
+  void TakeFocus();
   /// How often the program put the keyboard here.
   int Focusings() const { return focusings_; }
   bool TabStop() const { return tab_stop_; }
   void DoubleClick();
+  /// What a screen reader hears when it asks, and what it was told of by itself.
+  virtual Accessible Describe() const { return client_.Describe(); }
+  const std::vector<AccessibleChange>& Told() const { return told_; }
+  /// A screen reader presses it.
+  void Act() { client_.OnAction(); }
 
  protected:
   void PutText(std::string_view text) { text_ = text; }
@@ -55,10 +64,13 @@ class HeadlessWindow {
   void PutTabStop(bool on) { tab_stop_ = on; }
   void PutFocus() {
     ++focusings_;
-    Focus(true);
+    TakeFocus();
   }
+  void PutChange(AccessibleChange change) { told_.push_back(change); }
 
  private:
+  HeadlessWindow& Root();
+
   WidgetClient& client_;
   HeadlessWindow* container_;
   std::vector<HeadlessWindow*> children_;
@@ -69,6 +81,8 @@ class HeadlessWindow {
   bool tab_stop_ = false;
   int invalidations_ = 0;
   int focusings_ = 0;
+  std::vector<AccessibleChange> told_;
+  HeadlessWindow* focus_inside_ = nullptr;  // of a top window: what in it has the keyboard
 };
 
 class HeadlessTopWindow : public TopWindow, public HeadlessWindow {
@@ -84,6 +98,7 @@ class HeadlessTopWindow : public TopWindow, public HeadlessWindow {
   void SetContainer(Widget&) override {}
   void SetTabStop(bool on) override { PutTabStop(on); }
   void SetFocus() override { PutFocus(); }
+  void TellChanged(AccessibleChange change) override { PutChange(change); }
   void Show() override { PutVisible(true); }
   Rect Bounds() override { return Place(); }
   void MoveTo(Point corner) override { PutBounds({corner.x, corner.y, Place().width, Place().height}); }
@@ -156,7 +171,7 @@ class HeadlessDesktop : public WindowSystem {
   std::unique_ptr<Widget> CreateChild(Widget& container, WidgetClient& client, const Rect& bounds) override;
   std::unique_ptr<TimerHandle> StartTimer(int milliseconds, std::function<void()> tick) override;
   BoxAnswer ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) override;
-  int ShowPopupMenu(const std::vector<MenuItem>& items) override;
+  int ShowPopupMenu(const std::vector<MenuItem>& items, Widget* at) override;
   Size ScreenSize() override { return screen; }
   Size PixelsPerInch() override { return pixels_per_inch; }
   Size MeasureText(std::string_view text, const Font& font) override;
@@ -185,6 +200,8 @@ class HeadlessDesktop : public WindowSystem {
   /// Menus that were opened, and what is chosen in those to come, in turn; dismissed when the queue is empty.
   std::vector<std::vector<MenuItem>> menus;
   std::deque<int> choices;
+  /// Where the last one opened; null at the pointer.
+  const Widget* menu_at = nullptr;
   /// How long a menu stays open; events go on meanwhile.
   int menu_ms = 0;
   /// Called while a box is open.

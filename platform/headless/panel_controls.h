@@ -25,6 +25,7 @@ class HeadlessPanelControl : public Base, public HeadlessWindow {
   void Invalidate(const Rect&) override { CountInvalidation(); }
   void SetTabStop(bool on) override { PutTabStop(on); }
   void SetFocus() override { PutFocus(); }
+  void TellChanged(AccessibleChange change) override { PutChange(change); }
   void SetContainer(Widget& container) override { PutContainer(dynamic_cast<HeadlessWindow&>(container)); }
 };
 
@@ -43,6 +44,7 @@ class HeadlessButton : public HeadlessPanelControl<Widget> {
   HeadlessButton(NoWidgetClient& none, HeadlessWindow& container, PanelControlClient& client,
                  const Rect& bounds)
       : HeadlessPanelControl(none, container, bounds), client_(client) {}
+  Accessible Describe() const override { return client_.Describe(); }
   void Push() { client_.OnChange(); }
 
  private:
@@ -54,6 +56,7 @@ class HeadlessList : public HeadlessPanelControl<ListWidget> {
   HeadlessList(NoWidgetClient& none, HeadlessWindow& container, PanelControlClient& client,
                const Rect& bounds)
       : HeadlessPanelControl(none, container, bounds), client_(client) {}
+  Accessible Describe() const override { return client_.Describe(); }
   void SetItems(const std::vector<std::string>& items) override {
     items_ = items;
     selected_ = -1;
@@ -78,6 +81,7 @@ class HeadlessCheckBox : public HeadlessPanelControl<CheckWidget> {
   HeadlessCheckBox(NoWidgetClient& none, HeadlessWindow& container, PanelControlClient& client,
                    const Rect& bounds)
       : HeadlessPanelControl(none, container, bounds), client_(client) {}
+  Accessible Describe() const override { return client_.Describe(); }
   void SetChecked(bool on) override { checked_ = on; }
   bool Checked() const override { return checked_; }
   void Toggle() {
@@ -95,6 +99,7 @@ class HeadlessTextBox : public HeadlessPanelControl<TextWidget> {
   HeadlessTextBox(NoWidgetClient& none, HeadlessWindow& container, PanelControlClient& client,
                   const Rect& bounds)
       : HeadlessPanelControl(none, container, bounds), client_(client) {}
+  Accessible Describe() const override { return client_.Describe(); }
   std::string Text() const override { return HeadlessWindow::Text(); }
   /// Key by key, at the end of the text.
   void Type(std::string_view keys) {
@@ -124,6 +129,7 @@ class HeadlessScrollBar : public HeadlessPanelControl<ScrollWidget> {
   HeadlessScrollBar(NoWidgetClient& none, HeadlessWindow& container, PanelControlClient& client,
                     const Rect& bounds)
       : HeadlessPanelControl(none, container, bounds), client_(client) {}
+  Accessible Describe() const override { return client_.Describe(); }
   void SetRange(int least, int most) override {
     least_ = least;
     most_ = most;

@@ -102,6 +102,7 @@ LRESULT PanelFrame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_KEYUP:
     case WM_SETCURSOR:
     case WM_VSCROLL:
+    case WM_GETOBJECT:
       return Win32Window::OnMessage(message, wparam, lparam);
     default:
       return ::DefWindowProcW(hwnd(), message, wparam, lparam);

@@ -34,16 +34,23 @@ UniqueMenu BuildMenu(const std::vector<MenuItem>& items) {
 
 }  // namespace
 
-int Win32WindowSystem::ShowPopupMenu(const std::vector<MenuItem>& items) {
+int Win32WindowSystem::ShowPopupMenu(const std::vector<MenuItem>& items, Widget* at) {
   const UniqueMenu menu = BuildMenu(items);
-  POINT at{};
-  ::GetCursorPos(&at);
+  POINT place{};
+  ::GetCursorPos(&place);
+  UINT side = TPM_RIGHTALIGN;
+  if (const auto* below = dynamic_cast<Win32Window*>(at)) {
+    RECT window{};
+    ::GetWindowRect(below->hwnd(), &window);
+    const bool whole = ::GetAncestor(below->hwnd(), GA_ROOT) == below->hwnd();
+    place = {window.left, whole ? window.top : window.bottom};
+    side = TPM_LEFTALIGN;
+  }
   // Without the foreground the menu would stay when the pointer is pressed elsewhere, and without a message
   // after it the next one would close at once.
   ::SetForegroundWindow(main_);
-  const int choice =
-      ::TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTALIGN | TPM_RIGHTBUTTON, at.x,
-                       at.y, 0, main_, nullptr);
+  const int choice = ::TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON | side,
+                                      place.x, place.y, 0, main_, nullptr);
   ::PostMessageW(main_, WM_NULL, 0, 0);
   return choice;
 }

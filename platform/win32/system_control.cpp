@@ -63,6 +63,9 @@ LRESULT SystemControl::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       if (outwards) return ::SendMessageW(::GetParent(hwnd_), message, wparam, lparam);
       break;
     }
+    case WM_GETOBJECT:
+      if (const auto answer = accessible_.Answer(hwnd_, wparam, lparam)) return *answer;
+      break;
     case kNoticeMessage:
       OnNotice(LOWORD(wparam));
       return 0;

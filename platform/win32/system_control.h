@@ -14,7 +14,9 @@ class SystemControl {
   /// @param client hears what the user does; null for a control that tells nothing
   SystemControl(WindowContext& context, Win32Window& container, PanelControlClient* client,
                 const Rect& bounds)
-      : context_(context), container_(&container), client_(client), bounds_(bounds) {}
+      : context_(context), container_(&container), client_(client), bounds_(bounds), accessible_([client] {
+          return client != nullptr ? client->Describe() : Accessible{};
+        }) {}
   virtual ~SystemControl();
   SystemControl(const SystemControl&) = delete;
   SystemControl& operator=(const SystemControl&) = delete;
@@ -52,6 +54,7 @@ class SystemControl {
   Win32Window* container_;
   PanelControlClient* client_;
   Rect bounds_;
+  AccessibleWindow accessible_;
   HWND hwnd_ = nullptr;
 };
 
@@ -69,6 +72,7 @@ class SystemWidget : public Interface, public SystemControl {
   void SetContainer(Widget& container) override { PutContainer(container); }
   void SetTabStop(bool on) override { PutTabStop(on); }
   void SetFocus() override { ::SetFocus(hwnd()); }
+  void TellChanged(AccessibleChange change) override { AccessibleWindow::Tell(hwnd(), change); }
 };
 
 /// Hides a window. The keyboard, when it is in there, goes to `heir` if that can be seen, else to the top

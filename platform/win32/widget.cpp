@@ -33,6 +33,8 @@ std::optional<Key> KeyOf(WPARAM code, bool shift) {
       return Key::kF2;
     case VK_F3:
       return Key::kF3;
+    case VK_F4:
+      return Key::kF4;
     case VK_APPS:
       return Key::kMenu;
     case VK_F10:
@@ -152,8 +154,6 @@ void Win32Window::OnButton(UINT message, LPARAM position) {
   switch (message) {
     case WM_LBUTTONDOWN:
     case WM_RBUTTONDOWN:
-      // Where the Tab key stops the pointer brings the keyboard as well.
-      if ((::GetWindowLongPtrW(hwnd_, GWL_STYLE) & WS_TABSTOP) != 0) ::SetFocus(hwnd_);
       ::SetCapture(hwnd_);
       pressed_ = true;
       TellMouse(MouseAction::kDown, message == WM_LBUTTONDOWN ? kLeftButton : kRightButton, position);
@@ -232,7 +232,8 @@ LRESULT Win32Window::OnPointerMessage(UINT message, WPARAM wparam, LPARAM lparam
   }
 }
 
-// Keys go to the window that has the keyboard, and from there outwards until one takes them.
+// Keys go to the window that has the keyboard, and from there outwards until one takes them. With Alt they
+// are the system's: Alt+Space opens its menu, Alt+F4 closes. F10 alone is one of those too.
 bool Win32Window::OnKeyMessage(UINT message, WPARAM wparam) {
   const bool down = message == WM_KEYDOWN || message == WM_SYSKEYDOWN;
   if (wparam == VK_TAB) {
@@ -243,6 +244,7 @@ bool Win32Window::OnKeyMessage(UINT message, WPARAM wparam) {
     if (next != nullptr) ::SetFocus(next);
     return true;
   }
+  if ((message == WM_SYSKEYDOWN || message == WM_SYSKEYUP) && wparam != VK_F10) return false;
   const auto key = KeyOf(wparam, ::GetKeyState(VK_SHIFT) < 0);
   if (!key) return false;
   bool taken = false;
@@ -274,6 +276,12 @@ LRESULT Win32Window::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       return OnKeyMessage(message, wparam) ? 0 : PassOn(message, wparam, lparam);
     case WM_GETDLGCODE:
       return DLGC_WANTALLKEYS;  // in a dialog too the keys are the client's
+    case WM_GETOBJECT:
+      if (const auto answer = accessible_.Answer(hwnd_, wparam, lparam)) return *answer;
+      return ::DefWindowProcW(hwnd_, message, wparam, lparam);
+    case kActionMessage:
+      Attempt([this] { client_.OnAction(); });
+      return 0;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
       Attempt([&] { client_.OnFocus(message == WM_SETFOCUS); });
@@ -336,15 +344,32 @@ void Win32Child::SetBounds(const Rect& bounds) {
 
 void Win32Child::SetTabStop(bool on) {
   constexpr LONG_PTR kStop = WS_TABSTOP;
-  constexpr LONG_PTR kWalk = WS_EX_CONTROLPARENT;  // what the key stops at is no frame that it walks through
+  // What the key stops at is no frame that it walks through, nor is what holds nothing.
+  constexpr LONG_PTR kWalk = WS_EX_CONTROLPARENT;
+  const bool walk = !on && ::GetWindow(hwnd(), GW_CHILD) != nullptr;
   const LONG_PTR style = ::GetWindowLongPtrW(hwnd(), GWL_STYLE);
   ::SetWindowLongPtrW(hwnd(), GWL_STYLE, on ? style | kStop : style & ~kStop);
   const LONG_PTR extended = ::GetWindowLongPtrW(hwnd(), GWL_EXSTYLE);
-  ::SetWindowLongPtrW(hwnd(), GWL_EXSTYLE, on ? extended & ~kWalk : extended | kWalk);
+  ::SetWindowLongPtrW(hwnd(), GWL_EXSTYLE, walk ? extended | kWalk : extended & ~kWalk);
 }
 
 void Win32Child::SetVisible(bool visible) {
-  ::ShowWindow(hwnd(), visible ? SW_SHOWNA : SW_HIDE);
+  if (visible) {
+    ::ShowWindow(hwnd(), SW_SHOWNA);
+  } else {
+    HideWithFocus();
+  }
+}
+
+// The keyboard must not stay in a window that nobody sees: it goes on to the next stop.
+void Win32Child::HideWithFocus() {
+  const HWND focus = ::GetFocus();
+  const bool inside = focus != nullptr && (focus == hwnd() || ::IsChild(hwnd(), focus) != 0);
+  ::ShowWindow(hwnd(), SW_HIDE);
+  if (!inside) return;
+  const HWND top = ::GetAncestor(hwnd(), GA_ROOT);
+  const HWND next = ::GetNextDlgTabItem(top, hwnd(), FALSE);
+  ::SetFocus(next != nullptr && ::IsWindowVisible(next) != 0 ? next : top);
 }
 
 void Win32Child::SetContainer(Widget& container) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/win32/accessible_window.h"
 #include "platform/win32/gdi_canvas.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/system_events.h"
@@ -50,7 +51,8 @@ inline constexpr wchar_t kControlClass[] = L"OrvaneControl";
 /// A window of the system whose painting and mouse messages go to a client.
 class Win32Window {
  public:
-  Win32Window(WindowContext& context, WidgetClient& client) : context_(context), client_(client) {}
+  Win32Window(WindowContext& context, WidgetClient& client)
+      : context_(context), client_(client), accessible_([&client] { return client.Describe(); }) {}
   virtual ~Win32Window() { Destroy(); }
   Win32Window(const Win32Window&) = delete;
   Win32Window& operator=(const Win32Window&) = delete;
@@ -91,6 +93,7 @@ class Win32Window {
 
   WindowContext& context_;
   WidgetClient& client_;
+  AccessibleWindow accessible_;
   HWND hwnd_ = nullptr;
   bool tracking_leave_ = false;
   bool pressed_ = false;  // a button went down here and has the pointer captured
@@ -109,6 +112,7 @@ class Win32Child : public Widget, public Win32Window {
   void SetContainer(Widget& container) override;
   void SetTabStop(bool on) override;
   void SetFocus() override { ::SetFocus(hwnd()); }
+  void TellChanged(AccessibleChange change) override { AccessibleWindow::Tell(hwnd(), change); }
   Point Origin() const override;
   int Ground() const override { return container_->Ground(); }
 
@@ -121,6 +125,8 @@ class Win32Child : public Widget, public Win32Window {
   Rect Place() const { return container_->PixelsOf(bounds_); }
 
  private:
+  void HideWithFocus();
+
   Win32Window* container_;
   Rect bounds_;
 };
@@ -140,6 +146,7 @@ class Win32TopWindow : public TopWindow, public Win32Window {
   void SetContainer(Widget&) override {}
   void SetTabStop(bool) override {}
   void SetFocus() override;
+  void TellChanged(AccessibleChange change) override { AccessibleWindow::Tell(hwnd(), change); }
   int Ground() const override { return look_ == WindowLook::kDialog ? COLOR_3DFACE : kNoGround; }
 
   void Show() override;

@@ -30,7 +30,7 @@ class Win32WindowSystem : public WindowSystem {
   PanelControls& Panels() override { return panels_; }
   std::unique_ptr<TimerHandle> StartTimer(int milliseconds, std::function<void()> tick) override;
   BoxAnswer ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) override;
-  int ShowPopupMenu(const std::vector<MenuItem>& items) override;
+  int ShowPopupMenu(const std::vector<MenuItem>& items, Widget* at) override;
   Size ScreenSize() override;
   Size PixelsPerInch() override { return context_.pixels_per_inch; }
   Size MeasureText(std::string_view text, const Font& font) override;

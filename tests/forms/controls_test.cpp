@@ -206,7 +206,10 @@ TEST_F(ButtonTest, ActsWhenTheMouseIsPressedAndReleasedOnIt) {
 }
 
 TEST_F(ButtonTest, LooksPressedAsLongAsItIs) {
+  const auto without_keyboard = Look();
+  Last().client->OnFocus(true);
   const auto idle = Look();
+  EXPECT_NE(idle, without_keyboard);
   Tell(MouseAction::kMove, 0);
   const auto hot = Look();
   EXPECT_NE(hot, idle);
@@ -220,8 +223,14 @@ TEST_F(ButtonTest, LooksPressedAsLongAsItIs) {
   EXPECT_EQ(Look(), idle);
   Tell(MouseAction::kDown, kRightButton);
   EXPECT_EQ(Look(), idle);
-  Last().client->OnFocus(true);
-  EXPECT_NE(Look(), idle) << "the keyboard is here";
+}
+
+TEST_F(ButtonTest, AClickBringsTheKeyboardAndAKeyDoesNotMoveIt) {
+  button.Press();
+  EXPECT_EQ(Last().window->Focusings(), 0);
+  Tell(MouseAction::kDown, kLeftButton);
+  EXPECT_EQ(Last().window->Focusings(), 1);
+  EXPECT_TRUE(button.Focused());
 }
 
 TEST_F(ButtonTest, SpacePressesWhileHeldAndEnterAtOnce) {

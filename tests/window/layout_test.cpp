@@ -98,27 +98,14 @@ TEST_P(LayoutTest, SegmentsAreEvenInPixels) {
   }
 }
 
-TEST_P(LayoutTest, TheTabKeyStopsAtEveryButtonThatIsSeenAndAtNothingElse) {
-  const MeterControls& meter = face.Meter();
-  const FormControls& form = face.Controls();
-  std::vector<const HeadlessWindow*> buttons;
-  for (const auto& button : form.cmdMenu)
-    buttons.push_back(&face.Of(*button));
-  for (const auto* button : {&form.cmdHelp, &form.cmdMinimize, &form.cmdClose, &meter.cmdResetAlarms})
-    buttons.push_back(&face.Of(**button));
-  for (const auto& button : meter.cmdMode)
-    buttons.push_back(&Face::In(face.Of(*meter.pbxModePanel), *button));
-  for (const GraphControls* graph : {&meter.forward, &meter.reflected}) {
-    for (const auto& button : graph->cmdRange)
-      buttons.push_back(&Face::In(face.Of(*graph->pbxRangeButtons), *button));
-  }
+TEST_P(LayoutTest, ButtonsAreLargeEnoughToBeHit) {
+  int buttons = 0;
   for (const HeadlessWindow* window : SeenWindows()) {
-    const bool button = std::find(buttons.begin(), buttons.end(), window) != buttons.end();
-    EXPECT_EQ(window->TabStop(), button) << Name(*window);
-    if (button) {
-      EXPECT_GE(ToPixels(window->Place().height, 96), 15) << "too small to hit: " << Name(*window);
-    }
+    if (window->Describe().action != "Press") continue;
+    ++buttons;
+    EXPECT_GE(ToPixels(window->Place().height, 96), 15) << "too small to hit: " << Name(*window);
   }
+  EXPECT_GE(buttons, 6);
 }
 
 INSTANTIATE_TEST_SUITE_P(Looks, LayoutTest, testing::Values("full", "short", "dip"));
