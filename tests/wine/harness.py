@@ -589,6 +589,15 @@ class Program:
                 raise AssertionError(f"no visible control says {text!r}; there are {self.texts()}")
         self.desktop.click(*(target.center if isinstance(target, Window) else self.on_screen(target)), button, repeat)
 
+    def choose(self, button, steps):
+        """Opens the menu of a button on the face and chooses the line that many steps down by the keyboard."""
+        self.click(self.part(button))
+        wait_until(self.menu, "the menu", 5)
+        # A pointer on the menu chooses too, and its last move may be told late: it goes, and that has time to be heard.
+        self.desktop.move(2, 2)
+        time.sleep(0.3)
+        self.desktop.key(*["Down"] * steps, "Return")
+
     def on_screen(self, point):
         """Where a point (x, y) of the main window, in pixels, is on the screen."""
         left, top = self.main.rect[:2]

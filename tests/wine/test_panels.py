@@ -24,12 +24,7 @@ class PanelTest(harness.OrvaneTest):
         return self.wait_until(lambda: self.panel(caption), f"the panel {caption}", 8)
 
     def open_by_menu(self, menu, steps, caption):
-        """Opens the menu of a button on the face and chooses the line that many keys down."""
-        self.program.click(self.program.part(menu))
-        self.wait_until(self.program.menu, "the menu", 5)
-        for _ in range(steps):
-            self.desktop.key("Down")
-        self.desktop.key("Return")
+        self.program.choose(menu, steps)
         return self.wait_until(lambda: self.panel(caption), f"the panel {caption}", 8)
 
     def inside(self, group, class_name):
@@ -195,11 +190,7 @@ class AboutBox(PanelTest):
 
     def test_lines_and_both_keys(self):
         for key in ("Escape", "Return"):
-            self.program.click(self.program.part("help menu"))
-            self.wait_until(self.program.menu, "the menu", 5)
-            self.desktop.key("Down")
-            self.desktop.key("Down")
-            self.desktop.key("Return")
+            self.program.choose("help menu", 2)
             lines = self.wait_until(self.box, "the box", 5)
             # The system says version 6.1 to a program that names no later one; by its minor number that is XP.
             self.assertTrue(any(line.startswith("Orvane Lite, Version 1.0 ") and line.endswith(", for Windows XP")
