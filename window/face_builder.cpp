@@ -91,28 +91,43 @@ void BuildModePanel(WindowSystem& windows, Form& form, MeterControls& controls) 
   controls.modes->Choose(0);
 }
 
-/// A round light of the given size in twips, smooth at the screen's resolution.
-Picture LightPicture(Size twips, Size pixels_per_inch, Color color) {
-  auto picture = std::make_shared<PictureData>();
-  picture->width = ToPixels(twips.width, pixels_per_inch.width);
-  picture->height = ToPixels(twips.height, pixels_per_inch.height);
-  const auto count = static_cast<std::size_t>(picture->width) * static_cast<std::size_t>(picture->height);
-  // Drawn as white on black, the grey level is how much of a pixel the light covers.
-  std::vector<std::uint32_t> cover(count, 0);
+/// How much of each pixel of a picture a circle in its middle covers, 0 to 255.
+std::vector<std::uint32_t> CircleCover(int width, int height, double margin) {
+  // Drawn as white on black, the grey level is the cover.
+  std::vector<std::uint32_t> cover(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0);
   Rasterizer rasterizer;
-  const double rx = picture->width / 2.0;
-  const double ry = picture->height / 2.0;
+  const double rx = width / 2.0;
+  const double ry = height / 2.0;
   constexpr int kCorners = 48;
   std::array<PixelPoint, kCorners> circle;
   for (int i = 0; i < kCorners; ++i) {
     const double angle = 6.283185307179586 * i / kCorners;
-    circle[static_cast<std::size_t>(i)] = {rx + rx * std::cos(angle), ry + ry * std::sin(angle)};
+    circle[static_cast<std::size_t>(i)] = {rx + (rx - margin) * std::cos(angle),
+                                           ry + (ry - margin) * std::sin(angle)};
   }
-  rasterizer.FillPolygon({cover.data(), picture->width, picture->height, picture->width}, circle,
-                         MakeColor(255, 255, 255), 255);
-  const auto rgb = static_cast<std::uint32_t>(RedOf(color) << 16 | GreenOf(color) << 8 | BlueOf(color));
-  for (const std::uint32_t grey : cover)
-    picture->pixels.push_back((grey & 0xFF) << 24 | rgb);
+  rasterizer.FillPolygon({cover.data(), width, height, width}, circle, MakeColor(255, 255, 255), 255);
+  for (std::uint32_t& grey : cover)
+    grey &= 0xFF;
+  return cover;
+}
+
+/// A round light in a ring, of the given size in twips, smooth at the screen's resolution.
+Picture LightPicture(Size twips, Size pixels_per_inch, Color color) {
+  auto picture = std::make_shared<PictureData>();
+  picture->width = ToPixels(twips.width, pixels_per_inch.width);
+  picture->height = ToPixels(twips.height, pixels_per_inch.height);
+  const auto whole = CircleCover(picture->width, picture->height, 0);
+  const auto inside = CircleCover(picture->width, picture->height, pixels_per_inch.width / 96.0);
+  const auto mixed = [&](int light, int ring, std::uint32_t share) {
+    return (static_cast<std::uint32_t>(light) * share + static_cast<std::uint32_t>(ring) * (255 - share)) /
+           255;
+  };
+  for (std::size_t i = 0; i < whole.size(); ++i) {
+    const std::uint32_t red = mixed(RedOf(color), RedOf(palette::kRing), inside[i]);
+    const std::uint32_t green = mixed(GreenOf(color), GreenOf(palette::kRing), inside[i]);
+    const std::uint32_t blue = mixed(BlueOf(color), BlueOf(palette::kRing), inside[i]);
+    picture->pixels.push_back(whole[i] << 24 | red << 16 | green << 8 | blue);
+  }
   return picture;
 }
 

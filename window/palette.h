@@ -17,7 +17,7 @@ inline constexpr Color kLampDark = MakeColor(0x2B, 0x14, 0x16);
 inline constexpr Color kLampLit = MakeColor(0xFF, 0x3B, 0x30);
 inline constexpr Color kMarkerDark = MakeColor(0x2B, 0x32, 0x39);
 inline constexpr Color kMarkerLit = MakeColor(0xFF, 0xB0, 0x2E);
-inline constexpr Color kRing = MakeColor(10, 12, 14);
+inline constexpr Color kRing = MakeColor(0x92, 0x9E, 0xA8);  // shows a dark lamp on the dark face
 inline constexpr Color kLightOn = MakeColor(0x43, 0xE0, 0x8A);
 inline constexpr Color kLightOff = MakeColor(0x12, 0x33, 0x1F);
 
