@@ -158,7 +158,8 @@ void Win32TopWindow::SetShape(const std::vector<Rect>& runs) {
 // The press alone does nothing yet: the window that has the pointer starts the drag when it really moves.
 void Win32TopWindow::BeginDrag() {
   const DWORD at = ::GetMessagePos();
-  context().drag = {hwnd(), {GET_X_LPARAM(at), GET_Y_LPARAM(at)}};
+  const RECT place = PlaceInPixels();
+  context().drag = {hwnd(), {GET_X_LPARAM(at), GET_Y_LPARAM(at)}, {place.left, place.top}, false};
 }
 
 void Win32TopWindow::SetFocus() {

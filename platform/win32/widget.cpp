@@ -175,41 +175,34 @@ void Win32Window::OnButton(UINT message, LPARAM position) {
   }
 }
 
-// From here the system moves the window as if it were held by a caption, in a loop of its own that goes on
-// delivering our events, until the button is released. Starting at the press itself would be wrong: a tap is
-// over before its press is handled, and a window manager that is asked to drag then lets the window stick to
-// the pointer until the next click.
-bool Win32Window::DragStarts(WPARAM buttons, LPARAM position) {
-  const WindowContext::Drag drag = context_.drag;
+// The window is moved by us and not by a press of its caption: that would hold everything for half a second,
+// to see whether it is one, then run a loop of the system's, and under some window managers leave the window
+// sticking to the pointer when the button is up before they hear of it.
+bool Win32Window::Drags(WPARAM buttons) {
+  WindowContext::Drag& drag = context_.drag;
   if (drag.window == nullptr) return false;
-  const int button = ::GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON;
-  if ((buttons & MK_LBUTTON) == 0 || ::GetAsyncKeyState(button) >= 0) {
-    context_.drag = {};
+  if ((buttons & MK_LBUTTON) == 0) {
+    drag = {};
     return false;
   }
-  POINT at{GET_X_LPARAM(position), GET_Y_LPARAM(position)};
-  ::ClientToScreen(hwnd_, &at);
-  const LONG dx = at.x - drag.from.x;
-  const LONG dy = at.y - drag.from.y;
-  if (std::abs(dx) < ::GetSystemMetrics(SM_CXDRAG) && std::abs(dy) < ::GetSystemMetrics(SM_CYDRAG)) {
-    return false;
+  const DWORD now = ::GetMessagePos();
+  const LONG dx = GET_X_LPARAM(now) - drag.from.x;
+  const LONG dy = GET_Y_LPARAM(now) - drag.from.y;
+  // A press that shakes a little is still a click, or the first one of two.
+  const bool moved =
+      std::abs(dx) >= ::GetSystemMetrics(SM_CXDRAG) || std::abs(dy) >= ::GetSystemMetrics(SM_CYDRAG);
+  drag.moving = drag.moving || moved;
+  if (drag.moving) {
+    ::SetWindowPos(drag.window, nullptr, drag.corner.x + dx, drag.corner.y + dy, 0, 0,
+                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   }
-  context_.drag = {};
-  ::ReleaseCapture();
-  // What the pointer has gone already, so that it holds the window where it was pressed.
-  RECT place{};
-  ::GetWindowRect(drag.window, &place);
-  ::SetWindowPos(drag.window, nullptr, place.left + dx, place.top + dy, 0, 0,
-                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-  // Not as a press of the caption: that holds everything for half a second, to see whether it is one.
-  ::SendMessageW(drag.window, WM_SYSCOMMAND, SC_MOVE | HTCAPTION, MAKELPARAM(at.x, at.y));
-  return true;
+  return drag.moving;
 }
 
 LRESULT Win32Window::OnPointerMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
     case WM_MOUSEMOVE:
-      if (DragStarts(wparam, lparam)) return 0;
+      if (Drags(wparam)) return 0;
       if (!tracking_leave_) {
         TRACKMOUSEEVENT request{sizeof(request), TME_LEAVE, hwnd_, 0};
         tracking_leave_ = ::TrackMouseEvent(&request) != 0;

@@ -16,10 +16,12 @@ class WindowContext {
  public:
   explicit WindowContext(int resolution) : pixels_per_inch{resolution, resolution} {}
 
-  /// A press that becomes a drag of `window` when the pointer goes far enough from `from` (screen pixels).
+  /// A press that drags `window` once the pointer has gone far enough; screen pixels.
   struct Drag {
     HWND window = nullptr;
-    POINT from{};
+    POINT from{};    ///< where the pointer was pressed
+    POINT corner{};  ///< where the window was then
+    bool moving = false;
   };
 
   Size pixels_per_inch;
@@ -87,7 +89,7 @@ class Win32Window {
   LRESULT OnPointerMessage(UINT message, WPARAM wparam, LPARAM lparam);
   void TellMouse(MouseAction action, int button, LPARAM position);
   void OnButton(UINT message, LPARAM position);
-  bool DragStarts(WPARAM buttons, LPARAM position);
+  bool Drags(WPARAM buttons);
   bool OnKeyMessage(UINT message, WPARAM wparam);
   LRESULT PassOn(UINT message, WPARAM wparam, LPARAM lparam);
 
