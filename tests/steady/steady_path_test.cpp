@@ -1,8 +1,8 @@
 // A reading must not cost memory: from the bytes in the port to the state, nothing is taken from the heap
 // once the buffers have their size.
 #include "link/receiver.h"
-#include "tests/link/counted_new.h"
 #include "tests/link/link_fixture.h"
+#include "tests/steady/counted_new.h"
 
 namespace orvane {
 namespace {

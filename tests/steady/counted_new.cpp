@@ -1,5 +1,5 @@
 // In a file of its own, where no compiler sees both ends of an allocation and takes them for a mismatch.
-#include "tests/link/counted_new.h"
+#include "tests/steady/counted_new.h"
 
 #include <cstddef>
 #include <cstdlib>
