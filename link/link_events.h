@@ -37,6 +37,8 @@ struct LinkEvents {
   /// A left click on the range button `index`, 0..8.
   virtual void ClickFwdPwrRange(std::int16_t index) = 0;
   virtual void ClickRefPwrRange(std::int16_t index) = 0;
+  /// False while a menu or a box is open: a search that began now would take its keys away.
+  virtual bool MayWait() const = 0;
   /// The display shows VSWR dips: its scales are not to be touched.
   virtual bool InDipMode() const = 0;
   /// A message box with OK and Cancel; true for OK. Events go on while it is open.

@@ -27,7 +27,7 @@ bool IsRangeButton(std::int16_t index) {
 }  // namespace
 
 void MeterSearch::FindMeter() {
-  if (attempt_running_) return;
+  if (attempt_running_ || !link_.events.MayWait()) return;
   const ScopedTrue guard(attempt_running_);
   restarted_ = false;
   link_.events.EnableFindMeter(false);
@@ -42,7 +42,7 @@ void MeterSearch::FindMeter() {
 }
 
 bool MeterSearch::FindMeterQuietly(bool stream) {
-  if (attempt_running_) return false;
+  if (attempt_running_ || !link_.events.MayWait()) return false;
   stream_ = stream;
   const ScopedTrue guard(attempt_running_);
   const ScopedTrue quiet(quiet_);

@@ -19,7 +19,8 @@ class MeterSearch {
       : link_(link), transmitter_(transmitter), lists_(lists), update_(update) {}
 
   /// One attempt; lasts about two seconds without a meter, with all events going on. A tick that comes while
-  /// an attempt runs (the meter's notice switches the timer on) is let pass: the timer goes on ticking.
+  /// an attempt runs (the meter's notice switches the timer on) or a menu is open is let pass: the timer goes
+  /// on ticking.
   void FindMeter();
 
   /// One attempt without any box, and without another one to follow: for a meter that was lost in use.

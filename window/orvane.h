@@ -73,6 +73,7 @@ class Orvane : private LinkEvents {
   void EnableFindMeter(bool on) override { TimerFindMeter_.SetEnabled(on); }
   void ClickFwdPwrRange(std::int16_t index) override { OnForwardRange(index); }
   void ClickRefPwrRange(std::int16_t index) override { OnReflectedRange(index); }
+  bool MayWait() const override { return !platform_.windows.InModalLoop(); }
   bool InDipMode() const override { return mode_.Dip(); }
   bool AskOkCancel(std::string_view text, std::string_view title) override;
   void ShowBox(std::string_view text, std::string_view title) override;

@@ -2,6 +2,7 @@
 
 #include "base/runtime_error.h"
 #include "platform/headless/panel_controls.h"
+#include "platform/modal_count.h"
 
 #include <algorithm>
 #include <utility>
@@ -150,6 +151,7 @@ std::unique_ptr<TimerHandle> HeadlessDesktop::StartTimer(int milliseconds, std::
 }
 
 BoxAnswer HeadlessDesktop::ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) {
+  const ModalCount open(modal_loops_);
   boxes.push_back({std::string(text), std::string(title), style});
   if (on_box) on_box(ShownBox(boxes.back()));
   if (box_ms > 0) time_.RunFor(box_ms);
@@ -160,6 +162,7 @@ BoxAnswer HeadlessDesktop::ShowMessageBox(std::string_view text, std::string_vie
 }
 
 int HeadlessDesktop::ShowPopupMenu(const std::vector<MenuItem>& items, Widget* at) {
+  const ModalCount open(modal_loops_);
   menu_at = at;
   menus.push_back(items);
   if (menu_ms > 0) time_.RunFor(menu_ms);

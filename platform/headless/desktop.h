@@ -172,6 +172,7 @@ class HeadlessDesktop : public WindowSystem {
   std::unique_ptr<TimerHandle> StartTimer(int milliseconds, std::function<void()> tick) override;
   BoxAnswer ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) override;
   int ShowPopupMenu(const std::vector<MenuItem>& items, Widget* at) override;
+  bool InModalLoop() override { return modal_loops_ > 0; }
   Size ScreenSize() override { return screen; }
   Size PixelsPerInch() override { return pixels_per_inch; }
   Size MeasureText(std::string_view text, const Font& font) override;
@@ -212,6 +213,7 @@ class HeadlessDesktop : public WindowSystem {
   VirtualTime& time_;
   HeadlessTray tray_;
   std::unique_ptr<PanelControls> panels_;
+  int modal_loops_ = 0;
   HeadlessTopWindow* main_ = nullptr;
   HeadlessTopWindow* dialog_ = nullptr;
 };

@@ -1,3 +1,4 @@
+#include "platform/modal_count.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/text.h"
 #include "platform/win32/window_system.h"
@@ -35,6 +36,7 @@ UniqueMenu BuildMenu(const std::vector<MenuItem>& items) {
 }  // namespace
 
 int Win32WindowSystem::ShowPopupMenu(const std::vector<MenuItem>& items, Widget* at) {
+  const ModalCount open(modal_loops_);
   const UniqueMenu menu = BuildMenu(items);
   POINT place{};
   ::GetCursorPos(&place);
@@ -45,6 +47,9 @@ int Win32WindowSystem::ShowPopupMenu(const std::vector<MenuItem>& items, Widget*
     const bool whole = ::GetAncestor(below->hwnd(), GA_ROOT) == below->hwnd();
     place = {window.left, whole ? window.top : window.bottom};
     side = TPM_LEFTALIGN;
+    // The character of the key that opened the menu would close it at once.
+    MSG character;
+    ::PeekMessageW(&character, nullptr, WM_CHAR, WM_CHAR, PM_REMOVE);
   }
   // Without the foreground the menu would stay when the pointer is pressed elsewhere, and without a message
   // after it the next one would close at once.

@@ -1,5 +1,6 @@
 #include "platform/win32/window_system.h"
 
+#include "platform/modal_count.h"
 #include "platform/win32/text.h"
 
 #include <algorithm>
@@ -55,9 +56,19 @@ std::unique_ptr<TimerHandle> Win32WindowSystem::StartTimer(int milliseconds, std
 }
 
 BoxAnswer Win32WindowSystem::ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) {
+  const ModalCount open(modal_loops_);
   const HWND owner = ::IsWindowVisible(main_) != 0 ? main_ : nullptr;
   const int answer = ::MessageBoxW(owner, ToWide(text).c_str(), ToWide(title).c_str(), StyleBits(style));
   return answer == IDOK ? BoxAnswer::kOk : BoxAnswer::kCancel;
+}
+
+// The system's own menu, and a move or a change of size by it, are loops too.
+bool Win32WindowSystem::InModalLoop() {
+  if (modal_loops_ > 0) return true;
+  GUITHREADINFO info{};
+  info.cbSize = sizeof(info);
+  constexpr DWORD kLoops = GUI_INMENUMODE | GUI_INMOVESIZE | GUI_POPUPMENUMODE | GUI_SYSTEMMENUMODE;
+  return ::GetGUIThreadInfo(::GetCurrentThreadId(), &info) != 0 && (info.flags & kLoops) != 0;
 }
 
 Size Win32WindowSystem::ScreenSize() {

@@ -31,6 +31,7 @@ class Win32WindowSystem : public WindowSystem {
   std::unique_ptr<TimerHandle> StartTimer(int milliseconds, std::function<void()> tick) override;
   BoxAnswer ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) override;
   int ShowPopupMenu(const std::vector<MenuItem>& items, Widget* at) override;
+  bool InModalLoop() override;
   Size ScreenSize() override;
   Size PixelsPerInch() override { return context_.pixels_per_inch; }
   Size MeasureText(std::string_view text, const Font& font) override;
@@ -46,6 +47,7 @@ class Win32WindowSystem : public WindowSystem {
   Win32PanelControls panels_{context_};
   Win32TrayIcon tray_;
   HWND main_ = nullptr;
+  int modal_loops_ = 0;  // boxes and menus of ours that are open
 };
 
 /// One program a session of a user, by a named mutex that lives as long as the process.

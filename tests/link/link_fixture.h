@@ -54,6 +54,7 @@ class RecordingEvents : public LinkEvents {
   int rx = 0;
   int tx = 0;
   bool dip_mode = false;
+  bool may_wait = true;
   bool answer = true;  ///< to AskOkCancel
   std::function<void()> on_line = [] {};
   std::function<void()> on_mode = [] {};
@@ -65,6 +66,7 @@ class RecordingEvents : public LinkEvents {
     return static_cast<int>(std::count(log.begin(), log.end(), entry));
   }
 
+  bool MayWait() const override { return may_wait; }
   void LineHandled() override {
     ++lines;
     on_line();

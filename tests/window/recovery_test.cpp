@@ -149,6 +149,18 @@ TEST_F(RecoveryTest, StoppedReadingsStayStoppedOverALoss) {
   EXPECT_TRUE(Lives(3000));
 }
 
+// A search that began under an open menu would take its keys and clicks away.
+TEST_F(RecoveryTest, NothingIsSearchedWhileAMenuIsOpen) {
+  program.port.Lose();
+  program.RunFor(1000);
+  program.port.SetPresent(true);
+  program.desktop.menu_ms = 5000;
+  const std::size_t before = program.Commands().size();
+  program.time.Post(EventKind::kInput, 4900, [&] { EXPECT_EQ(program.Commands().size(), before); });
+  program.desktop.Main()->Find("Help")->Click();
+  EXPECT_TRUE(Lives(3000)) << "and at once when it is closed";
+}
+
 TEST_F(RecoveryTest, ReadingsThatTheOperatorStoppedGoDark) {
   program.desktop.choices = {1005};
   program.desktop.Main()->Find("Settings")->Click();
