@@ -105,7 +105,11 @@ WindowState Win32TopWindow::State() {
 }
 
 void Win32TopWindow::SetState(WindowState state) {
-  ::ShowWindow(hwnd(), state == WindowState::kMinimized ? SW_MINIMIZE : SW_RESTORE);
+  if (state == WindowState::kMinimized) {
+    KeepFocusWhile([this] { ::ShowWindow(hwnd(), SW_MINIMIZE); });
+  } else {
+    ::ShowWindow(hwnd(), SW_RESTORE);
+  }
 }
 
 bool Win32TopWindow::OnScreen() {
@@ -167,15 +171,28 @@ void Win32TopWindow::SetFocus() {
   ::SetFocus(hwnd());
 }
 
+// While a window is minimised the keyboard wanders through it in ways that differ from system to system.
+void Win32TopWindow::KeepFocusWhile(const std::function<void()>& minimise) {
+  const HWND focus = ::GetFocus();
+  const HWND control = ::IsChild(hwnd(), focus) != 0 ? focus : nullptr;
+  minimise();
+  focused_ = control;
+}
+
 // The system gives the keyboard to the window itself when it becomes the active one again; it belongs to the
 // control that had it before.
 bool Win32TopWindow::OnFocusMessage(UINT message, WPARAM wparam) {
+  if (::IsIconic(hwnd()) != 0) return false;
   if (message == WM_ACTIVATE && LOWORD(wparam) == WA_INACTIVE) {
     const HWND focus = ::GetFocus();
     focused_ = ::IsChild(hwnd(), focus) != 0 ? focus : nullptr;
   }
-  if (message != WM_SETFOCUS) return false;
-  const HWND before = std::exchange(focused_, nullptr);
+  return message == WM_SETFOCUS && GiveFocusBack();
+}
+
+// Each time: while a window comes back the system may give it the keyboard twice.
+bool Win32TopWindow::GiveFocusBack() {
+  const HWND before = focused_;
   if (before == nullptr || ::IsChild(hwnd(), before) == 0 || ::IsWindowVisible(before) == 0) return false;
   ::SetFocus(before);
   return true;
@@ -187,6 +204,10 @@ LRESULT Win32TopWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     return 0;
   }
   if (OnFocusMessage(message, wparam)) return 0;
+  if (message == WM_SYSCOMMAND && (wparam & 0xFFF0) == SC_MINIMIZE) {
+    KeepFocusWhile([&] { ::DefWindowProcW(hwnd(), message, wparam, lparam); });
+    return 0;
+  }
   // What the system makes of Escape and Enter in a dialog.
   if (look_ == WindowLook::kDialog && message == WM_COMMAND && lparam == 0) {
     const WORD id = LOWORD(wparam);
@@ -201,6 +222,7 @@ LRESULT Win32TopWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     if (const auto answer = events_.Handle(message, wparam, lparam)) return *answer;
   }
   const bool restored = message == WM_SIZE && wparam == SIZE_RESTORED;
+  if (restored && ::GetFocus() == hwnd()) GiveFocusBack();
   if (message == WM_DISPLAYCHANGE || restored) Attempt([this] { client_.OnDisplayChanged(); });
   return Win32Window::OnMessage(message, wparam, lparam);
 }

@@ -7,6 +7,7 @@
 #include "platform/win32/windows_api.h"
 #include "platform/window_system.h"
 
+#include <functional>
 #include <string_view>
 
 namespace orvane {
@@ -170,6 +171,8 @@ class Win32TopWindow : public TopWindow, public Win32Window {
   RECT FrameAround(const Rect& pixels) const;
   RECT PlaceInPixels() const;
   bool OnFocusMessage(UINT message, WPARAM wparam);
+  bool GiveFocusBack();
+  void KeepFocusWhile(const std::function<void()>& minimise);
 
   TopWindowClient& client_;
   WindowLook look_;
