@@ -6,8 +6,10 @@ import unittest
 import face
 import harness
 
-BUTTONS = ["window menu", "settings menu", "help menu", "help", "minimize", "close",
-           *(f"{graph} range {i}" for graph in ("forward", "reflected") for i in range(9)), *face.MODES, "reset"]
+# Where the Tab key stops in the full view; at the chosen button of a group.
+STOPS = ["logo", "message", "window menu", "settings menu", "help menu", "help", "minimize", "close", "forward graph",
+         "forward readout", "reflected graph", "reflected readout", "vswr readout", "forward range 8",
+         "reflected range 8", "fast", "reset", "status", "port", "rx light", "tx light", "swr label", "power label"]
 
 
 class Buttons(harness.OrvaneTest):
@@ -91,26 +93,88 @@ class Buttons(harness.OrvaneTest):
         self.wait_until(lambda: "0M" in self.commands(), "the next command", 5)
         self.assertEqual(self.commands(), ["1M", "0M"])
 
-    def test_keyboard_reaches_every_button(self):
-        handles = {self.program.part(name).hwnd: name for name in BUTTONS}
+    def focused(self):
+        """The name in face.py of what has the keyboard."""
+        focus = self.program.focus()
+        return focus and next((name for name, place in self.program.places().items() if place == focus.rect), None)
 
-        def focused():
-            return handles.get(self.desktop.inspector.ask("focus")[0]["focus"])
+    def step(self, key):
+        """What has the keyboard after a key that moves it."""
+        before = self.focused()
+        self.desktop.key(key)
+        return self.wait_until(lambda: self.focused() != before and self.focused(), f"{key} to leave {before}", 3)
 
-        def step(key):
-            before = focused()
-            self.desktop.key(key)
-            return self.wait_until(lambda: focused() != before and focused(), f"{key} to leave {before}", 3)
-
-        self.assertEqual([step("Tab") for _ in BUTTONS], BUTTONS)
-        self.assertEqual(step("Tab"), BUTTONS[0])
-        self.assertEqual([step("shift+Tab") for _ in range(4)], ["reset", "dip", "slow", "medium"])
+    def test_keyboard_reaches_everything(self):
+        self.assertEqual([self.step("Tab") for _ in STOPS], STOPS)
+        self.assertEqual(self.step("Tab"), STOPS[0])
+        self.assertEqual([self.step("shift+Tab") for _ in range(8)],
+                         ["power label", "swr label", "tx light", "rx light", "port", "status", "reset", "fast"])
+        self.assertEqual([self.step(key) for key in ("Right", "Down", "Left", "Up", "Up", "Left")],
+                         ["medium", "slow", "medium", "fast", "dip", "slow"])
+        self.assertEqual(self.step("Tab"), "reset")
+        self.assertEqual(self.step("shift+Tab"), "fast", "arrow keys choose nothing")
+        self.step("Right")
         self.desktop.key("space")
         self.wait_until(lambda: self.commands(), "the meter to be told the mode", 5)
-        self.assertEqual(step("Tab"), "slow")
+        self.step("Right")
         self.desktop.key("Return")
         self.wait_until(lambda: "2M" in self.commands(), "the meter to be told the next mode", 5)
         self.assertEqual(self.commands(), ["1M", "2M"])
+        self.step("Tab")
+        self.assertEqual(self.step("shift+Tab"), "slow", "Tab comes to the chosen one")
+
+    def test_view_changes_by_key_and_the_keyboard_stays_in_sight(self):
+        while self.step("Tab") != "forward range 8":
+            pass
+        self.desktop.key("F4")
+        self.wait_until(lambda: self.program.view == face.SHORT, "the short view", 5)
+        self.assertEqual(self.program.focus().rect, self.program.places()["status"], "the next that is seen")
+        self.desktop.key("F4")
+        self.wait_until(lambda: self.program.view == face.FULL, "the full view", 5)
+
+    def test_keyboard_comes_back_with_the_window(self):
+        WM_RBUTTONUP, WM_LBUTTONDBLCLK = 517, 515
+        while self.step("Tab") != "vswr readout":
+            pass
+        for leave in ("minimize", "another window"):
+            with self.subTest(leave=leave):
+                if leave == "minimize":
+                    self.program.post(WM_RBUTTONUP, 0, WM_LBUTTONDBLCLK)
+                    self.wait_until(self.program.minimized, "the window to be minimised", 5)
+                    self.program.post(WM_RBUTTONUP, 0, WM_LBUTTONDBLCLK)
+                    self.wait_until(lambda: not self.program.minimized(), "the window to come back", 5)
+                else:
+                    self.start_client("Another window")
+                    ask = self.desktop.inspector.ask
+                    other = next(w for w in self.desktop.inspector.windows() if w.text == "Another window")
+                    ask("front", other.hwnd)
+                    self.wait_until(lambda: not self.program.focus(), "another window to have the keyboard", 5)
+                    ask("front", self.program.main.hwnd)
+                self.wait_until(lambda: self.focused() == "vswr readout", "the keyboard to come back", 5)
+
+    def test_keys_of_the_system(self):
+        self.step("Tab")
+        self.desktop.key("alt+space")
+        self.wait_until(self.program.menu, "the system's menu of the window", 5)
+        self.desktop.key("Escape", "Escape")
+        self.wait_until(lambda: not self.program.menu(), "the menu to close", 5)
+        while self.step("Tab") != "close":
+            pass
+        self.desktop.key("space")
+        self.assertEqual(self.program.wait_exit(), 0)
+
+    def test_menus_open_where_the_keyboard_is(self):
+        for stop, key in (("window menu", "Return"), ("vswr readout", "Menu"), ("port", "shift+F10")):
+            with self.subTest(stop=stop):
+                while self.focused() != stop:
+                    self.step("Tab")
+                self.desktop.key(key)
+                menu = self.wait_until(self.program.menu, "the menu", 5)[0]
+                left, _, _, bottom = self.program.part(stop).rect
+                self.assertEqual(menu.rect[:2], (left, bottom))
+                self.desktop.key("Escape")
+                self.wait_until(lambda: not self.program.menu(), "the menu to close", 5)
+                time.sleep(0.7)
 
     def tray_icon(self):
         return next((window for window in self.desktop.inspector.windows()

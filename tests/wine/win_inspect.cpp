@@ -13,6 +13,7 @@
 //   select HWND INDEX     chooses one, and tells the owner as a user's choice does
 //   settext HWND TEXT     replaces what stands in an edit field
 //   click TEXT            presses and releases the left button over the middle of the child with that text
+//   front HWND            shows the window and brings it to the front, as a task switcher does
 //   close HWND            asks the window to close
 //   post|send HWND MSG W L  any message
 //   hold PATH             opens a file so that nobody else can, until `release`
@@ -275,6 +276,9 @@ bool ActOn(HWND window, const std::string& verb, std::istringstream& line) {
     Select(window, index);
   } else if (verb == "settext") {
     Ask(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(RestOf(line).c_str()));
+  } else if (verb == "front") {
+    ShowWindow(window, SW_SHOWNORMAL);
+    return SetForegroundWindow(window) != 0;
   } else if (verb == "close") {
     return PostMessageW(window, WM_CLOSE, 0, 0) != 0;
   } else if (verb == "post" || verb == "send") {
