@@ -159,8 +159,8 @@ struct WindowSystem {
   /// widget; without one at the pointer, its right edge there
   /// @return the chosen line's id, 0 when the menu was dismissed
   virtual int ShowPopupMenu(const std::vector<MenuItem>& items, Widget* at) = 0;
-  /// True while a menu or a message box has the keyboard and the pointer: a handler that runs now must not wait,
-  /// for a wait would deliver their keys to the windows behind them.
+  /// True while a menu or a message box has the keyboard and the pointer: a handler that runs now must not
+  /// wait, for a wait would deliver their keys to the windows behind them.
   virtual bool InModalLoop() = 0;
   virtual Size ScreenSize() = 0;                                          ///< twips
   virtual Size PixelsPerInch() = 0;                                       ///< horizontal and vertical
