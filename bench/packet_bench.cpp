@@ -101,7 +101,7 @@ struct NoEvents : LinkEvents {
   bool AskOkCancel(std::string_view, std::string_view) override { return false; }
   void ShowBox(std::string_view, std::string_view) override {}
   void ReadingsStopped() override {}
-  bool MayWait() const { return true; }
+  bool MayWait() const override { return true; }
   std::int64_t lines = 0;
 };
 
