@@ -30,8 +30,14 @@ void Orvane::ConnectMenus() {
            form_controls_.lblMessage[1].get(), meter.lblPort.get(), meter.lblPwrAlarm.get(),
            meter.lblSWRAlarm.get(), meter.lblShowStatus.get(), meter.forward.pbxGraph.get(),
            meter.reflected.pbxGraph.get(), meter.pbxModePanel.get(), meter.forward.pbxRangeButtons.get(),
-           meter.reflected.pbxRangeButtons.get()}) {
+           meter.reflected.pbxRangeButtons.get(), meter.forward.pbxScale.get(),
+           meter.reflected.pbxScale.get(), meter.forward.dbxPower.get(), meter.reflected.dbxPower.get(),
+           meter.dbxVSWR.get()}) {
     OnButton(*control, kRightButton, [this] { OpenMainMenu(); });
+  }
+  for (GraphControls* graph : {&meter.forward, &meter.reflected}) {
+    for (auto& label : graph->lblScale)
+      OnButton(*label, kRightButton, [this] { OpenMainMenu(); });
   }
 }
 
