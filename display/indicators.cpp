@@ -19,9 +19,7 @@ int FillOf(bool lit) {
 void ShowLamp(Shape& lamp, Label& label, std::string_view dark, std::string_view lit, bool on) {
   lamp.SetFillStyle(FillOf(on));
   label.SetCaption(on ? lit : dark);
-  // Looked at first, because setting it takes memory, and this is called for every line.
-  const std::string_view tip = on ? "Alarm on: press to reset" : "Alarm off";
-  if (label.ToolTipText() != tip) label.SetToolTipText(tip);
+  label.SetToolTipText(on ? "Alarm on: press to reset" : "Alarm off");
 }
 
 }  // namespace

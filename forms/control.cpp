@@ -45,7 +45,9 @@ WindowedControl::~WindowedControl() {
 }
 
 void WindowedControl::SetToolTipText(std::string_view text) {
-  if (Assign(tool_tip_, std::string(text))) window_->SetToolTip(text);
+  if (text == tool_tip_) return;  // no memory for a text that stands
+  tool_tip_ = text;
+  window_->SetToolTip(tool_tip_);
 }
 
 void WindowedControl::SetContainer(WindowedControl& container) {
