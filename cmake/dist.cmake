@@ -16,6 +16,10 @@ foreach(folder IN ITEMS Images Help)
   if(files)
     # The list's hash is part of the command, so that a file taken away is a change as well.
     string(MD5 list_hash "${files}")
+    # The folder may have been deleted while the build folder stayed: then it is no longer what the stamp says.
+    if(NOT EXISTS ${ORVANE_DIST_DIR}/${folder})
+      file(REMOVE ${CMAKE_BINARY_DIR}/dist-${folder}.stamp)
+    endif()
     add_custom_command(
       OUTPUT ${CMAKE_BINARY_DIR}/dist-${folder}.stamp
       COMMAND ${CMAKE_COMMAND} -DFROM=${PROJECT_SOURCE_DIR}/${folder} -DTO=${ORVANE_DIST_DIR}/${folder}
