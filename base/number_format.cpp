@@ -22,8 +22,8 @@ double RoundByDecimalDigits(double value, int decimals) {
   const double below = std::floor(scaled);
   const double part = scaled - below;
   // Half a unit in the fifteenth digit: nearer than that to one half counts as one half, and one half goes
-  // up.
-  const double slack = scaled * 5e-15;
+  // up. Where that would reach whole numbers, the multiplication is off by less than a tenth.
+  const double slack = std::fmin(scaled * 5e-15, 0.1);
   return part >= 0.5 - slack ? below + 1.0 : below;
 }
 
