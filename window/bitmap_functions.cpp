@@ -59,7 +59,7 @@ Size StretchedSize(Size size, float scale_x, float scale_y) {
 }
 
 Picture StretchPicture(const PictureData& picture, Size size) {
-  if (size.width < 1 || size.height < 1 || picture.width < 1 || picture.height < 1) return nullptr;
+  if (!IsPictureSize(size.width, size.height) || !IsWhole(picture)) return nullptr;
   auto stretched = std::make_shared<PictureData>();
   stretched->width = size.width;
   stretched->height = size.height;

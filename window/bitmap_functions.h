@@ -13,7 +13,8 @@ float ScreenScale(int pixels_per_inch);
 Size StretchedSize(Size size, float scale_x, float scale_y);
 
 /// The picture in another size, each new pixel the mean of the part of the old picture that it covers. An
-/// empty picture when a side would vanish.
+/// empty picture when a side would vanish or be longer than any picture's, and for one without all its
+/// pixels.
 Picture StretchPicture(const PictureData& picture, Size size);
 
 /// For a box whose picture was drawn for 96 pixels per inch: gives the box the size of its picture on this

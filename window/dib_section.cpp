@@ -6,7 +6,7 @@ namespace orvane {
 
 bool cDIBSection::Create(int width, int height) {
   ClearUp();
-  if (width < 1 || height < 1) return false;
+  if (!IsPictureSize(width, height)) return false;
   width_ = width;
   height_ = height;
   bits_.assign(static_cast<std::size_t>(BytesPerScanLine()) * static_cast<std::size_t>(height), 0);
@@ -14,7 +14,7 @@ bool cDIBSection::Create(int width, int height) {
 }
 
 bool cDIBSection::CreateFromPicture(const PictureData* picture) {
-  if (picture == nullptr || !Create(picture->width, picture->height)) {
+  if (picture == nullptr || !IsWhole(*picture) || !Create(picture->width, picture->height)) {
     ClearUp();
     return false;
   }
@@ -23,7 +23,7 @@ bool cDIBSection::CreateFromPicture(const PictureData* picture) {
 }
 
 void cDIBSection::LoadPictureBlt(const PictureData& picture, int x, int y, int width, int height) {
-  if (x < 0 || y < 0) return;
+  if (x < 0 || y < 0 || !IsWhole(picture)) return;
   const int columns = std::min({width < 0 ? width_ : width, width_, picture.width - x});
   const int rows = std::min({height < 0 ? height_ : height, height_, picture.height - y});
   for (int row = 0; row < rows; ++row) {

@@ -13,9 +13,10 @@ namespace orvane {
 /// themselves.
 class cDIBSection {
  public:
-  /// Makes a black bitmap; what there was before is given up. @return false, and empty, for sizes below 1
+  /// Makes a black bitmap; what there was before is given up. @return false, and empty, for a size that no
+  /// picture has
   bool Create(int width, int height);
-  /// Copies a picture. @return false, and empty, when there is no picture
+  /// Copies a picture. @return false, and empty, when there is none, or not all of it
   bool CreateFromPicture(const PictureData* picture);
   /// Copies `picture` from (x, y) on to this bitmap's corner; a negative width or height means this bitmap's.
   void LoadPictureBlt(const PictureData& picture, int x, int y, int width = -1, int height = -1);

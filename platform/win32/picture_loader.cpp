@@ -51,7 +51,6 @@ ComPtr<IWICBitmapSource> OpenPicture(IWICImagingFactory& factory, const std::str
 }  // namespace
 
 Picture Win32WindowSystem::LoadPicture(const std::string& path) {
-  constexpr UINT kMostPixelsAcross = 8192;  // no screen is that wide; what claims more is damaged or worse
   const ComScope com;
   IWICImagingFactory* factory = nullptr;
   Require(::CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
@@ -62,8 +61,7 @@ Picture Win32WindowSystem::LoadPicture(const std::string& path) {
   UINT width = 0;
   UINT height = 0;
   Require(source->GetSize(&width, &height), path);
-  if (width == 0 || height == 0 || width > kMostPixelsAcross || height > kMostPixelsAcross)
-    Require(E_INVALIDARG, path);
+  if (!IsPictureSize(width, height)) Require(E_INVALIDARG, path);
   auto picture = std::make_shared<PictureData>();
   picture->width = static_cast<int>(width);
   picture->height = static_cast<int>(height);
