@@ -46,6 +46,7 @@ struct MeterState {
 
   std::int16_t MeterRange() const { return ParamB2; }  ///< 0..3
   std::int16_t MeterRow() const { return ParamR; }     ///< 0..2
+  bool operator==(const MeterState&) const = default;
 };
 
 }  // namespace orvane

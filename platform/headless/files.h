@@ -16,7 +16,7 @@ struct ProcessKilled {};
 
 /// Files on a real disk by the standard library alone, with switches for what can go wrong. Every change is
 /// whole or not at all: it goes into a temporary file beside the target, is flushed and renamed.
-class HeadlessFiles final : public Files {
+class HeadlessFiles : public Files {
  public:
   static constexpr int kForEver = -1;
 
@@ -33,9 +33,9 @@ class HeadlessFiles final : public Files {
   bool CopyWhole(const std::string& from, const std::string& to) override;
 
   /// The whole file; nothing when it cannot be opened.
-  std::optional<std::string> Content(const std::string& path);
+  virtual std::optional<std::string> Content(const std::string& path);
   /// Makes `content` the whole file. @return false when it could not be written; the file is as it was then
-  bool Replace(const std::string& path, std::string_view content);
+  virtual bool Replace(const std::string& path, std::string_view content);
 
   /// Without the flushes, some ten milliseconds each, for tests that save hundreds of times and do not cut
   /// the power.

@@ -18,6 +18,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace orvane {
 
@@ -110,6 +111,14 @@ class FedProgram {
     clock_.Forward(ms);
     port_.Feed(bytes);
   }
+  /// Pieces that come in one after the other, each as soon as the program lets arrivals in: also while the
+  /// lines of those before are being shown.
+  void FeedWhileShown(const std::vector<std::string_view>& pieces, std::int32_t ms) {
+    clock_.Forward(ms);
+    for (const std::string_view piece : pieces)
+      time_.Post(EventKind::kArrival, 0, [this, piece] { port_.Feed(piece); });
+    time_.DeliverPending();
+  }
   /// VSWR dip mode and back, by a click on its button.
   void ClickMode(std::size_t index) {
     const CommandButton& button = *orvane_->Meter().cmdMode[index];
@@ -120,6 +129,7 @@ class FedProgram {
       }
     }
   }
+  std::size_t EventsWaiting() const { return time_.Waiting(); }
   static int Lit(const GraphControls& graph) {
     int lit = 0;
     for (const auto& shape : graph.shpGraph)
