@@ -114,6 +114,7 @@ Section "Uninstall"
     MessageBox MB_YESNO|MB_ICONQUESTION "Keep your settings, ${SETTINGS}, for a later installation?" /SD IDYES IDYES keep
     Delete "$INSTDIR\${SETTINGS}"
     Delete "$INSTDIR\${SETTINGS}.bak"
+    Delete "$INSTDIR\${SETTINGS}.new"  ; of a save that was killed
     keep:
   ${EndIf}
   SetOutPath "$TEMP" ; a folder that is somebody's current one cannot be removed

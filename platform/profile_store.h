@@ -61,6 +61,10 @@ struct Files {
   /// renamed over it.
   /// @return true when the target is the copy
   virtual bool CopyWhole(const std::string& from, const std::string& to) = 0;
+  /// Puts a file in the place of another in one step, its bytes flushed to the disk before: whoever looks,
+  /// also after a power cut, finds the old file or the new one.
+  /// @return true when it is done; otherwise `to` is as it was. `from` is gone in both cases
+  virtual bool MoveWhole(const std::string& from, const std::string& to) = 0;
 };
 
 }  // namespace orvane

@@ -7,6 +7,7 @@ namespace {
 
 constexpr std::string_view kFileName = "\\Orvane.dat";
 constexpr std::string_view kCopySuffix = ".bak";
+constexpr std::string_view kWorkSuffix = ".new";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t kLookedAt = 65536;  // the system's calls read no more of such a file
 constexpr int kTries = 3;
@@ -37,7 +38,8 @@ OVUserSettings::OVUserSettings(ProfileStore& store, Files& files, Clock& clock, 
       clock_(clock),
       show_port_(std::move(show_port)),
       path_(files.InProgramFolder(kFileName)),
-      copy_path_(path_ + std::string(kCopySuffix)) {}
+      copy_path_(path_ + std::string(kCopySuffix)),
+      work_path_(path_ + std::string(kWorkSuffix)) {}
 
 void OVUserSettings::LoadMeterSettings() {
   meter_loaded_ = true;
@@ -65,8 +67,7 @@ void OVUserSettings::Load(Rows rows) {
   Fault fault = Fault::kTypeMismatch;
   for (const SettingRow& row : rows) {
     const std::string fallback = DefaultText(row);
-    const std::string text =
-        readable ? manager.GetValue(row.section, row.key, fallback, manager.FileName()) : fallback;
+    const std::string text = readable ? ValueOf(row, manager) : fallback;
     try {
       SetFromText(row, text, settings_);
     } catch (const RuntimeError& error) {
@@ -81,15 +82,36 @@ void OVUserSettings::Load(Rows rows) {
 void OVUserSettings::Save(Rows rows) {
   if (files_.Read(path_, kByteOrderMark.size()) == kByteOrderMark) trouble_ = SettingsTrouble::kByteOrderMark;
   if (trouble_ == SettingsTrouble::kInUse || trouble_ == SettingsTrouble::kByteOrderMark) return;
+  // Where saving failed before it is tried once, and holds nobody up.
+  const int tries = trouble_ == SettingsTrouble::kCannotSave ? 1 : kTries;
+  for (int left = tries; left > 0; --left) {
+    if (left < tries) clock_.Block(kPauseMs);
+    const bool saved = SaveOnce(rows, left == 1);
+    NoteWriting(saved);
+    if (saved) return;
+  }
+}
+
+bool OVUserSettings::SaveOnce(Rows rows, bool last_try) {
   clsINIManager manager(store_, files_);
-  if (!Attempt([&] { manager.SetFileName(path_); })) return NoteWriting(false);
+  if (!Attempt([&] { manager.SetFileName(path_); })) return false;
   KeepCopy();
+  if (!files_.CopyWhole(path_, work_path_)) return false;
   bool all_written = true;
   for (const SettingRow& row : rows) {
     const std::string text = SettingText(row, settings_);
-    if (manager.WriteValue(row.section, row.key, text, manager.FileName()) == kFalse) all_written = false;
+    if (manager.WriteValue(row.section, row.key, text, work_path_) == kFalse) all_written = false;
   }
-  NoteWriting(all_written);
+  if (!all_written && !last_try) return false;
+  return files_.MoveWhole(work_path_, path_) && all_written;
+}
+
+// The default is also the answer of a call that could not open the file just then, and would replace the
+// value with the next save.
+std::string OVUserSettings::ValueOf(const SettingRow& row, clsINIManager& manager) const {
+  const std::string fallback = DefaultText(row);
+  const std::string text = manager.GetValue(row.section, row.key, fallback, manager.FileName());
+  return text != fallback ? text : manager.GetValue(row.section, row.key, fallback, manager.FileName());
 }
 
 // The system's calls answer with the defaults when they cannot open the file, and the next save would make
@@ -123,14 +145,19 @@ bool OVUserSettings::WaitUntilReadable() {
   return false;
 }
 
+// Nothing is also what a read brings that failed just then: a good file must not be taken for a blank one.
+bool OVUserSettings::Blank(const std::string& path) const {
+  return IsBlank(files_.Read(path, kLookedAt)) && IsBlank(files_.Read(path, kLookedAt));
+}
+
 void OVUserSettings::RestoreIfBlank() {
-  if (!IsBlank(files_.Read(path_, kLookedAt)) || IsBlank(files_.Read(copy_path_, kLookedAt))) return;
+  if (!Blank(path_) || Blank(copy_path_)) return;
   if (files_.CopyWhole(copy_path_, path_)) trouble_ = SettingsTrouble::kRestored;
 }
 
 void OVUserSettings::KeepCopy() {
   // A save goes on without a copy: not saving would lose more often than a power cut does.
-  if (!IsBlank(files_.Read(path_, kLookedAt))) files_.CopyWhole(path_, copy_path_);
+  if (!Blank(path_)) files_.CopyWhole(path_, copy_path_);
 }
 
 void OVUserSettings::NoteWriting(bool possible) {

@@ -38,9 +38,11 @@ class SettingsFault : public RuntimeError {
   std::vector<Entry> entries_;
 };
 
-/// The user's settings, kept in "\Orvane.dat" in the program's folder. Before a save changes the file, its
-/// content is copied whole to "\Orvane.dat.bak": the system's own profile calls promise nothing about a power
-/// cut, and a start that finds the file empty or full of zeros takes the copy.
+/// The user's settings, kept in "\Orvane.dat" in the program's folder. The system's own profile calls rewrite
+/// a file for each value and promise nothing about a power cut. So a save has them change a copy,
+/// "\Orvane.dat.new", which then takes the file's place in one step: whenever the program is killed, the file
+/// is the old one or the new one. Before, its content is copied to "\Orvane.dat.bak", which a start takes
+/// that finds the file empty or full of zeros.
 class OVUserSettings {
  public:
   using ShowPort = std::function<void(const std::string& port)>;
@@ -56,7 +58,8 @@ class OVUserSettings {
   /// Reads the nine others. The file is not changed by what it holds.
   /// @throws SettingsFault after all keys were read; those that it names have their defaults
   void LoadUserSettings();
-  /// Writes the nine others, skipping what fails. Does nothing before LoadUserSettings was called: a program
+  /// Writes the nine others, skipping what fails even when it is tried again; a save that fails may hold the
+  /// thread for 200 ms. Does nothing before LoadUserSettings was called: a program
   /// that ends early must not replace the file by defaults.
   void SaveUserSettings();
   /// Writes port and speed, in the same way; needs LoadMeterSettings.
@@ -70,6 +73,9 @@ class OVUserSettings {
   using Rows = std::span<const SettingRow>;
   void Load(Rows rows);
   void Save(Rows rows);
+  bool SaveOnce(Rows rows, bool last_try);
+  std::string ValueOf(const SettingRow& row, clsINIManager& manager) const;
+  bool Blank(const std::string& path) const;
   bool OpenFile(clsINIManager& manager);
   bool WaitUntilReadable();
   void RestoreIfBlank();
@@ -82,6 +88,7 @@ class OVUserSettings {
   ShowPort show_port_;
   std::string path_;
   std::string copy_path_;
+  std::string work_path_;
   UserSettings settings_;
   SettingsTrouble trouble_ = SettingsTrouble::kNone;
   bool looked_at_ = false;  // whether the file is blank was seen before this program could have made it so

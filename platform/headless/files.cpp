@@ -94,26 +94,42 @@ std::string HeadlessFiles::Read(const std::string& path, std::size_t limit) {
   return Content(path).value_or("").substr(0, limit);
 }
 
-bool HeadlessFiles::Replace(const std::string& path, std::string_view content) {
+bool HeadlessFiles::MayChange(const std::string& path) {
   if (changes_to_failure_ > 0 && --changes_to_failure_ == 0) return false;
   std::error_code error;
-  if (read_only_ || fs::is_directory(path, error) || !Opens(path)) return false;
-  const fs::path target(path);
-  fs::path beside(target);
-  beside += ".tmp";
+  return !read_only_ && !fs::is_directory(path, error) && Opens(path);
+}
+
+bool HeadlessFiles::PutInPlace(const std::string& from, const std::string& to) {
+  Step();
+  if (flushing_ && !FlushToDisk(from)) return false;
+  Step();
+  std::error_code error;
+  if (!flushing_) fs::remove(to, error);  // some file systems flush what takes a file's place by itself
+  fs::rename(from, to, error);
+  if (error) return false;
+  if (flushing_) FlushToDisk(fs::path(to).parent_path());
+  Step();
+  return true;
+}
+
+bool HeadlessFiles::Replace(const std::string& path, std::string_view content) {
+  if (!MayChange(path)) return false;
+  const std::string beside = path + ".tmp";
   Step();
   if (!WriteHalves(beside, content, [this] { Step(); })) {
+    std::error_code error;
     fs::remove(beside, error);
     return false;
   }
-  Step();
-  if (flushing_ && !FlushToDisk(beside)) return false;
-  Step();
-  fs::rename(beside, target, error);
-  if (error) return false;
-  if (flushing_) FlushToDisk(target.parent_path());
-  Step();
-  return true;
+  return PutInPlace(beside, path);
+}
+
+bool HeadlessFiles::MoveWhole(const std::string& from, const std::string& to) {
+  if (MayChange(to) && PutInPlace(from, to)) return true;
+  std::error_code error;
+  fs::remove(from, error);
+  return false;
 }
 
 bool HeadlessFiles::CopyWhole(const std::string& from, const std::string& to) {

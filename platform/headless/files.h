@@ -31,6 +31,7 @@ class HeadlessFiles : public Files {
   bool CanWrite(const std::string& path) override;
   std::string Read(const std::string& path, std::size_t limit) override;
   bool CopyWhole(const std::string& from, const std::string& to) override;
+  bool MoveWhole(const std::string& from, const std::string& to) override;
 
   /// The whole file; nothing when it cannot be opened.
   virtual std::optional<std::string> Content(const std::string& path);
@@ -51,14 +52,15 @@ class HeadlessFiles : public Files {
   void SetReadOnly(bool read_only) { read_only_ = read_only; }
   /// The n-th of the following changes fails as on a full disk; 1 is the next one.
   void FailChange(int n) { changes_to_failure_ = n; }
-  /// Throws ProcessKilled at the n-th step of the following changes; a change has kStepsOfChange of them.
+  /// Throws ProcessKilled at the n-th step of the following changes, which have several each.
   void KillAtStep(int n) { steps_to_kill_ = n; }
-  static constexpr int kStepsOfChange = 6;
   /// True while a kill asked for has not come.
   bool KillPending() const { return steps_to_kill_ > 0; }
 
  private:
   bool Opens(const std::string& path);
+  bool MayChange(const std::string& path);
+  bool PutInPlace(const std::string& from, const std::string& to);
   void Step();
 
   std::string program_folder_;

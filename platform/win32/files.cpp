@@ -57,6 +57,15 @@ bool CopyToDisk(const std::string& from, const std::string& to) {
   return target && CopyBytes(source.get(), target.get()) && ::FlushFileBuffers(target.get());
 }
 
+bool FlushToDisk(const std::string& path) {
+  const UniqueHandle file = Open(path, GENERIC_WRITE, OPEN_EXISTING);
+  return file && ::FlushFileBuffers(file.get()) != FALSE;
+}
+
+bool PutInPlace(const std::string& from, const std::string& to) {
+  return ::MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
+}
+
 }  // namespace
 
 std::wstring ModulePath() {
@@ -119,11 +128,14 @@ std::string Win32Files::Read(const std::string& path, std::size_t limit) {
 
 bool Win32Files::CopyWhole(const std::string& from, const std::string& to) {
   const std::string beside = to + ".tmp";
-  if (CopyToDisk(from, beside) &&
-      ::MoveFileExA(beside.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-    return true;
-  }
+  if (CopyToDisk(from, beside) && PutInPlace(beside, to)) return true;
   ::DeleteFileA(beside.c_str());
+  return false;
+}
+
+bool Win32Files::MoveWhole(const std::string& from, const std::string& to) {
+  if (FlushToDisk(from) && PutInPlace(from, to)) return true;
+  ::DeleteFileA(from.c_str());
   return false;
 }
 

@@ -20,6 +20,7 @@ class Win32Files final : public Files {
   bool CanWrite(const std::string& path) override;
   std::string Read(const std::string& path, std::size_t limit) override;
   bool CopyWhole(const std::string& from, const std::string& to) override;
+  bool MoveWhole(const std::string& from, const std::string& to) override;
 
  private:
   std::string program_folder_;

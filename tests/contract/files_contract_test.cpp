@@ -95,5 +95,25 @@ TEST_F(FilesContract, CopiesWholeOrNotAtAll) {
   EXPECT_EQ(Count(), 2U) << "nothing is left over";
 }
 
+TEST_F(FilesContract, MovesWholeOrNotAtAll) {
+  const std::string moved = Path("moved.dat");
+  // Target, whether it is done.
+  const std::tuple<std::string, bool> rows[] = {
+      {there_, true}, {Path("new.dat"), true}, {folder_, false}, {no_folder_, false}};
+  for (const auto& [target, done] : rows) {
+    PutFile(there_, "old");
+    PutFile(moved, "new");
+    EXPECT_EQ(files_.MoveWhole(moved, target), done) << target;
+    EXPECT_TRUE(!done || FileBytes(target) == "new") << target;
+    EXPECT_FALSE(std::filesystem::exists(moved)) << target;
+  }
+  EXPECT_FALSE(files_.MoveWhole(missing_, there_));
+  PutFile(moved, "newer");
+  platform_.Hold(there_);
+  EXPECT_FALSE(files_.MoveWhole(moved, there_));
+  platform_.Release(there_);
+  EXPECT_EQ(FileBytes(there_), "old");
+}
+
 }  // namespace
 }  // namespace orvane

@@ -20,6 +20,9 @@ class FilesOfProgramIn final : public Files {
   bool CopyWhole(const std::string& from, const std::string& to) override {
     return files_.CopyWhole(from, to);
   }
+  bool MoveWhole(const std::string& from, const std::string& to) override {
+    return files_.MoveWhole(from, to);
+  }
 
  private:
   Files& files_;
