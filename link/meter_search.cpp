@@ -169,7 +169,7 @@ void MeterSearch::Restart() {
   restarted_ = attempt_running_;
   // A running attempt may still send; it does so on the port that is wanted now.
   Attempt([this] { SetUpPort(link_); });
-  link_.events.EnableFindMeter(true);
+  link_.flags.SearchAbandoned = !Attempt([this] { link_.events.EnableFindMeter(true); });
 }
 
 }  // namespace orvane

@@ -70,6 +70,7 @@ void ProgramSettingsPanel::LoadFrameSettings(const LineChoice& kept, bool in_use
                                              const UserSettings& settings) {
   kept_ = kept;
   in_use_ = in_use;
+  cboCommPort.SetItems({});  // also lines that stand are given again: the system may have refused them before
   ListPorts(kept.Port);
   auto speeds = SpeedItems(kept.Speed);
   const auto same = std::find_if(speeds.begin(), speeds.end(),
