@@ -29,8 +29,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   orvane::Platform platform{clock,    pump,  port,    profiles, files, windows,
                             instance, shell, clients, ports,    system};
 
-  orvane::Orvane program(platform);
-  program.Form_Load();
+  const auto program = orvane::StartProgram(platform);
   pump.Run();
   return 0;
 }

@@ -147,11 +147,13 @@ struct PanelControls;  // platform/panel_controls.h
 struct WindowSystem {
   virtual ~WindowSystem() = default;
   /// The first one with the look of a face is the program's main window.
+  /// @throws RuntimeError kOverflow when the system has no window left; so do CreateChild and PanelControls
   virtual std::unique_ptr<TopWindow> CreateTopWindow(TopWindowClient& client, std::string_view caption,
                                                      Size size, WindowLook look) = 0;
   virtual std::unique_ptr<Widget> CreateChild(Widget& container, WidgetClient& client,
                                               const Rect& bounds) = 0;
   virtual PanelControls& Panels() = 0;
+  /// @throws RuntimeError kOverflow when the system has no timer left
   virtual std::unique_ptr<TimerHandle> StartTimer(int milliseconds, std::function<void()> tick) = 0;
   /// Shows a box and waits for its button. Events go on meanwhile.
   virtual BoxAnswer ShowMessageBox(std::string_view text, std::string_view title, BoxStyle style) = 0;

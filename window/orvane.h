@@ -149,4 +149,8 @@ class Orvane : private LinkEvents {
   bool closing_ = false;
 };
 
+/// Makes the program and starts it. Where the system refuses what it needs (a window, a timer), a box says so
+/// and the process ends.
+std::unique_ptr<Orvane> StartProgram(Platform& platform);
+
 }  // namespace orvane

@@ -125,4 +125,18 @@ void Orvane::WindDown() {
   faces_.Release();
 }
 
+std::unique_ptr<Orvane> StartProgram(Platform& platform) {
+  std::unique_ptr<Orvane> program;
+  try {
+    program = std::make_unique<Orvane>(platform);
+    program->Form_Load();
+  } catch (const RuntimeError& fault) {
+    platform.windows.ShowMessageBox(std::string("Orvane Lite could not be started.\n\n") + fault.what(),
+                                    kCaption, BoxStyle::kCritical);
+    if (program) program->Form_Unload(0);
+    platform.pump.EndProcess();
+  }
+  return program;
+}
+
 }  // namespace orvane

@@ -28,8 +28,9 @@ EventWindow::~EventWindow() {
 
 UINT_PTR EventWindow::StartTimer(int ms, std::function<void()> handler) {
   const UINT_PTR id = ++last_id_;
+  if (::SetTimer(hwnd_, id, static_cast<UINT>(ms), nullptr) == 0)
+    throw RuntimeError(Fault::kOverflow, "Starting a timer: error " + std::to_string(::GetLastError()));
   timers_[id] = std::make_shared<std::function<void()>>(std::move(handler));
-  ::SetTimer(hwnd_, id, static_cast<UINT>(ms), nullptr);
   return id;
 }
 

@@ -47,11 +47,10 @@ class Program {
   }
 
   /// Starts the program; false when it ended during its start.
-  bool Start() {
-    return StillRuns([this] {
-      orvane = std::make_unique<Orvane>(platform);
-      orvane->Form_Load();
-    });
+  bool Start() { return Start(platform); }
+  /// The same on a platform that stands before this one.
+  bool Start(Platform& front) {
+    return StillRuns([&] { orvane = StartProgram(front); });
   }
   /// Lets time pass; false when the program ended.
   bool RunFor(std::int64_t ms) {
@@ -71,6 +70,17 @@ class Program {
     return !StillRuns([this] { desktop.Main()->Close(); });
   }
   bool Ended() const { return ended_; }
+  /// Does `step`; false when the program ended by it, or had.
+  template <typename Step>
+  bool StillRuns(Step step) {
+    if (ended_) return false;
+    try {
+      step();
+    } catch (const ProcessEnded&) {
+      ended_ = true;
+    }
+    return !ended_;
+  }
 
   std::string ImagePath(const std::string& name) { return folder.Path() + "/Images/" + name; }
   /// A face of one grey with its four corner pixels cut away.
@@ -136,16 +146,6 @@ class Program {
   std::unique_ptr<Orvane> orvane;
 
  private:
-  template <typename Step>
-  bool StillRuns(Step step) {
-    if (ended_) return false;
-    try {
-      step();
-    } catch (const ProcessEnded&) {
-      ended_ = true;
-    }
-    return !ended_;
-  }
   bool ended_ = false;
 };
 
