@@ -34,6 +34,7 @@ class Program {
  public:
   explicit Program(sim::MeterOptions meter = {}, std::int32_t start_tick = 0)
       : time(start_tick), line(time, port, std::move(meter)) {
+    files.SetFlushing(false);
     std::filesystem::create_directory(folder.Path() + "/Images");
     for (const auto& [name, size] : {std::pair{"OVFace.ovl", Size{640, 260}},
                                      {"OVFace120.ovl", Size{800, 325}},
