@@ -11,7 +11,7 @@ void PowerBar::Show(std::int16_t watts) {
   if (level == level_) return;
   level_ = level == 0 ? std::int16_t{-1} : level;
   Clear(level);
-  if (watts > 0) {
+  if (watts > 0 && scale_ > 0.0F) {  // a bar without a scale says nothing, not even that there is something
     Light(level);
   } else {
     // A small power before this one lit segment 0 at this same level, which Clear does not look at again.
