@@ -49,17 +49,18 @@ void TakeAlarms(std::string_view field, MeterState& state) {
 
 }  // namespace
 
-void ProcessDataPacket(std::string_view packet, MeterState& state) {
+bool ProcessDataPacket(std::string_view packet, MeterState& state) {
   const std::string_view line = packet.substr(0, packet.find(kCR));
-  if (!CheckCRC(line, CalcCRC8(line, true, true))) return;
-  if (line.find(kETX) == std::string_view::npos) return;
+  if (!CheckCRC(line, CalcCRC8(line, true, true))) return false;
+  if (line.find(kETX) == std::string_view::npos) return false;
   Fields fields;
-  if (!SplitFields(line, fields)) return;
+  if (!SplitFields(line, fields)) return false;
   state.ReadingsLive = true;
   Attempt([&] { state.ForwardPower = WattsOf(fields[1]).value_or(state.ForwardPower); });
   Attempt([&] { state.ReflectedPower = WattsOf(fields[2]).value_or(state.ReflectedPower); });
   Attempt([&] { state.VSWR = VSWROf(fields[3]).value_or(state.VSWR); });
   TakeAlarms(fields[4], state);
+  return true;
 }
 
 }  // namespace orvane

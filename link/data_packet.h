@@ -15,6 +15,7 @@ namespace orvane {
 /// five fields is dropped silently: the next one is 200 ms away. Each field that cannot be used leaves its
 /// value as it was and costs the others nothing. Never throws; allocates nothing for ordinary numbers.
 /// docs/protocol.md, "Measurement packets", has examples.
-void ProcessDataPacket(std::string_view packet, MeterState& state);
+/// @return whether it was taken
+bool ProcessDataPacket(std::string_view packet, MeterState& state);
 
 }  // namespace orvane

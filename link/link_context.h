@@ -22,8 +22,9 @@ struct LinkFlags {
   bool PortGone = false;            ///< the port was lost in use and is waited for
   bool FlowStopped = false;         ///< the operator stopped the readings and did not start them again
   bool DataFlowWanted = false;      ///< the meter was found and the operator did not stop its readings
-  std::uint32_t LastLineTick = 0;   ///< tick count of the last line of any kind
+  std::uint32_t LastLineTick = 0;   ///< tick count of the last line that meant something
   std::uint32_t Replies = 0;        ///< lines taken in that were no readings, modulo 2^32
+  std::uint32_t Readings = 0;       ///< packets that passed their check, modulo 2^32
   std::string LastCommand;          ///< text of the command given to the transmitter last
   /// What WaitForAck looks for. The meter's "A" is not stored here, so that its waits take their full time:
   /// they pace the meter, which acknowledges a setting before it has carried it out.

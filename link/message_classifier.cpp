@@ -22,7 +22,8 @@ std::size_t FindFrame(std::string_view message, char letter) {
 void MessageClassifier::ProcessMessage(std::string_view message) {
   if (message.empty()) return;
   if (const auto at = FindFrame(message, 'D'); at != std::string_view::npos) {
-    return ProcessDataPacket(message.substr(at), context_.state);
+    if (ProcessDataPacket(message.substr(at), context_.state)) ++context_.flags.Readings;
+    return;
   }
   if (const auto at = FindFrame(message, 'R'); at != std::string_view::npos) {
     return Handle(HandleRowReply, message.substr(at, kShortReply), true);

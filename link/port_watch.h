@@ -12,7 +12,8 @@ namespace orvane {
 /// - A port that is lost in use is closed at once; its readings count for nothing any more. It is tried again
 ///   twice a second, without a word; when it opens, the meter is searched at once, so that readings are live
 ///   within three seconds of the port's return.
-/// - A meter from which no line came for five seconds, although its readings are wanted, is said to give no
+/// - A meter from which no packet or reply came for five seconds, although its readings are wanted, is said
+/// to give no
 ///   data, and its readings count for nothing. From ten seconds on it is searched every ten seconds, without
 ///   any box, at the speed that worked and then at the others.
 /// - Readings that the operator stopped are no silence; but what they were is soon old as well.

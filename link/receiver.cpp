@@ -47,8 +47,13 @@ void Receiver::Receive() {
 void Receiver::HandleLines() {
   const ScopedTrue guard(draining_);
   while (buffer_.CutLine(line_)) {
-    link_.flags.LastLineTick = static_cast<std::uint32_t>(link_.clock.GetTickCount());
+    // Noise ends with LF once in a while, and a packet may fail its check for ever: neither is a sign of
+    // life.
+    const std::uint32_t before = link_.flags.Replies + link_.flags.Readings;
     Attempt([this] { classifier_.ProcessMessage(line_); });
+    if (link_.flags.Replies + link_.flags.Readings != before) {
+      link_.flags.LastLineTick = static_cast<std::uint32_t>(link_.clock.GetTickCount());
+    }
     Attempt([this] { link_.events.LineHandled(); });
   }
 }
