@@ -47,6 +47,7 @@ bool MeterSearch::FindMeterQuietly(bool stream) {
   const ScopedTrue guard(attempt_running_);
   const ScopedTrue quiet(quiet_);
   restarted_ = false;
+  readings_before_ = link_.flags.Readings;
   link_.flags.MeterFound = false;
   link_.state.FirmwareVersion.clear();
   Attempt([this] { TryOnce(); });
@@ -115,6 +116,8 @@ void MeterSearch::RestoreRanges() {
 }
 
 void MeterSearch::Fail() {
+  // Readings that come all the same say that the speed is right: the meter does not hear us.
+  if (quiet_ && link_.flags.Readings != readings_before_) return;
   link_.port.Close();
   link_.port.SetSettings(LineSettings(NextBaudRate(baud_rate_index_)));
   link_.port.Open();

@@ -56,9 +56,10 @@ class MeterSearch {
   std::int16_t baud_rate_index_ = 0;  // in the list of speeds, for the attempt after the next failure
   std::int16_t search_attempts_ = 0;  // failures since the operator was asked
   bool attempt_running_ = false;
-  bool quiet_ = false;      // nobody is asked or told in boxes
-  bool stream_ = true;      // the operator wants readings when the meter is found
-  bool restarted_ = false;  // since the running attempt began
+  bool quiet_ = false;                 // nobody is asked or told in boxes
+  bool stream_ = true;                 // the operator wants readings when the meter is found
+  bool restarted_ = false;             // since the running attempt began
+  std::uint32_t readings_before_ = 0;  // count of readings when the quiet attempt began
 };
 
 }  // namespace orvane

@@ -68,7 +68,11 @@ void PortWatch::MindSilence() {
     if (stopped && link_.state.ReadingsLive) DropReadings(link_);
     return;
   }
-  if (quiet < kSilenceMs) return;
+  if (quiet < kSilenceMs) {
+    // Readings that came back by themselves after a search in vain: their meter is not known any more.
+    if (!link_.flags.MeterFound && Now() - last_search_ >= kSearchEveryMs) Search();
+    return;
+  }
   if (link_.state.ReadingsLive) DropReadings(link_);
   link_.events.ShowStatus("No Data", StatusTone::kUrgent);
   if (quiet >= kSearchAfterMs && Now() - last_search_ >= kSearchEveryMs) Search();

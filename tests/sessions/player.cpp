@@ -280,6 +280,7 @@ Fields Player::Show() {
                 {"message", sim::Escaped(program_->orvane->Controls().lblMessage[0]->Caption())},
                 {"meter", Parameters(link.State())},
                 {"link", LinkState(link.Flags(), link.State().ReadingsLive)},
+                {"speed", std::string(Split(Port().Settings(), ',')[0])},
                 {"view", program_->desktop.Main()->Place().height == 3900 ? "full" : "short"}};
   AddEvents(fields);
   return fields;
