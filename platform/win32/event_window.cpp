@@ -58,6 +58,7 @@ LRESULT CALLBACK EventWindow::Procedure(HWND hwnd, UINT message, WPARAM wparam, 
     return 0;
   }
   if (self != nullptr && message == kPostMessage) {
+    const PaintRequests::Gathering merged(self->paints_);
     if (self->post_handler_) Attempt([&] { self->post_handler_(); });
     return 0;
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/win32/paint_requests.h"
 #include "platform/win32/windows_api.h"
 
 #include <functional>
@@ -23,8 +24,10 @@ class EventWindow {
   /// Calls `handler` every `ms`. @return the timer's number
   UINT_PTR StartTimer(int ms, std::function<void()> handler);
   void StopTimer(UINT_PTR id);
-  /// What a post of `Post` runs, on the program's thread.
+  /// What a post of `Post` runs, on the program's thread. What it asks to be painted is asked for in one go
+  /// afterwards, so it must not wait for events.
   void SetPostHandler(std::function<void()> handler) { post_handler_ = std::move(handler); }
+  PaintRequests& Paints() { return paints_; }
   /// For any thread: one message into the queue. @return false when the queue is full
   static bool Post(HWND hwnd);
 
@@ -36,6 +39,7 @@ class EventWindow {
   UINT_PTR last_id_ = 0;
   std::unordered_map<UINT_PTR, Handler> timers_;
   std::function<void()> post_handler_;
+  PaintRequests paints_;
 };
 
 }  // namespace orvane

@@ -80,6 +80,7 @@ HFONT WindowContext::PanelFont() {
 void Win32Window::Destroy() {
   if (hwnd_ == nullptr) return;
   ::SetWindowLongPtrW(hwnd_, GWLP_USERDATA, 0);
+  context_.paints.Forget(*this);
   ::DestroyWindow(std::exchange(hwnd_, nullptr));
 }
 
@@ -116,32 +117,41 @@ Rect Win32Window::PixelsOf(const Rect& area) const {
           ToPixels(origin.y + area.bottom(), ppi.height) - y0 - top};
 }
 
-void Win32Window::InvalidatePixels(const Rect& area, UINT flags) {
+void Win32Window::AskForPainting(const Rect& area) {
   const Rect pixels = PixelsOf(area);
-  const RECT changed{pixels.left, pixels.top, pixels.right(), pixels.bottom()};
-  ::RedrawWindow(hwnd_, &changed, nullptr, flags);
+  context_.paints.Ask(*this, {pixels.left, pixels.top, pixels.right(), pixels.bottom()});
 }
 
 void Win32Window::Paint() {
   PAINTSTRUCT job;
   const HDC screen = ::BeginPaint(hwnd_, &job);
-  const Rect part{job.rcPaint.left, job.rcPaint.top, job.rcPaint.right - job.rcPaint.left,
-                  job.rcPaint.bottom - job.rcPaint.top};
-  if (!part.Empty()) {
-    const Surface surface = context_.buffer.Take(part.width, part.height);
-    if (surface.pixels != nullptr) {
-      if (Ground() != kNoGround) {
-        const RECT all{0, 0, part.width, part.height};
-        ::FillRect(context_.buffer.dc(), &all, ::GetSysColorBrush(Ground()));
-        ::GdiFlush();  // what follows writes the pixels itself
-      }
-      GdiCanvas canvas(context_.buffer.dc(), context_.fonts, surface, context_.rasterizer, Origin(), part,
-                       context_.pixels_per_inch);
-      Attempt([&] { client_.OnPaint(canvas); });
-      ::BitBlt(screen, part.left, part.top, part.width, part.height, context_.buffer.dc(), 0, 0, SRCCOPY);
-    }
-  }
+  PaintPart(screen, job.rcPaint);
   ::EndPaint(hwnd_, &job);
+}
+
+void Win32Window::PaintNow(const RECT& area) {
+  const HDC screen = ::GetDC(hwnd_);
+  RECT part;
+  // Nothing where the window is hidden or covered.
+  if (::GetClipBox(screen, &part) > NULLREGION && ::IntersectRect(&part, &part, &area) != 0)
+    PaintPart(screen, part);
+  ::ReleaseDC(hwnd_, screen);
+}
+
+void Win32Window::PaintPart(HDC screen, const RECT& area) {
+  const Rect part{area.left, area.top, area.right - area.left, area.bottom - area.top};
+  if (part.Empty()) return;
+  const Surface surface = context_.buffer.Take(part.width, part.height);
+  if (surface.pixels == nullptr) return;
+  if (Ground() != kNoGround) {
+    const RECT all{0, 0, part.width, part.height};
+    ::FillRect(context_.buffer.dc(), &all, ::GetSysColorBrush(Ground()));
+    ::GdiFlush();  // what follows writes the pixels itself
+  }
+  GdiCanvas canvas(context_.buffer.dc(), context_.fonts, surface, context_.rasterizer, Origin(), part,
+                   context_.pixels_per_inch);
+  Attempt([&] { client_.OnPaint(canvas); });
+  ::BitBlt(screen, part.left, part.top, part.width, part.height, context_.buffer.dc(), 0, 0, SRCCOPY);
 }
 
 void Win32Window::TellMouse(MouseAction action, int button, LPARAM position) {

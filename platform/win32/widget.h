@@ -3,6 +3,7 @@
 #include "platform/win32/accessible_window.h"
 #include "platform/win32/gdi_canvas.h"
 #include "platform/win32/handles.h"
+#include "platform/win32/paint_requests.h"
 #include "platform/win32/system_events.h"
 #include "platform/win32/windows_api.h"
 #include "platform/window_system.h"
@@ -15,7 +16,8 @@ namespace orvane {
 /// What all windows of the program share: fonts, painting memory, the screen's resolution, tooltips.
 class WindowContext {
  public:
-  explicit WindowContext(int resolution) : pixels_per_inch{resolution, resolution} {}
+  WindowContext(int resolution, PaintRequests& paint_requests)
+      : pixels_per_inch{resolution, resolution}, paints(paint_requests) {}
 
   /// A press that drags `window` once the pointer has gone far enough; screen pixels.
   struct Drag {
@@ -26,6 +28,7 @@ class WindowContext {
   };
 
   Size pixels_per_inch;
+  PaintRequests& paints;
   bool hourglass = false;
   Drag drag;
   FontCache fonts;
@@ -52,11 +55,11 @@ inline constexpr wchar_t kPanelClass[] = L"OrvanePanel";
 inline constexpr wchar_t kControlClass[] = L"OrvaneControl";
 
 /// A window of the system whose painting and mouse messages go to a client.
-class Win32Window {
+class Win32Window : public PaintTarget {
  public:
   Win32Window(WindowContext& context, WidgetClient& client)
       : context_(context), client_(client), accessible_([&client] { return client.Describe(); }) {}
-  virtual ~Win32Window() { Destroy(); }
+  ~Win32Window() override { Destroy(); }
   Win32Window(const Win32Window&) = delete;
   Win32Window& operator=(const Win32Window&) = delete;
 
@@ -67,6 +70,8 @@ class Win32Window {
   virtual int Ground() const { return kNoGround; }
   /// Place of `area` (twips from this window's corner) in pixels of this window.
   Rect PixelsOf(const Rect& area) const;
+  void PaintNow(const RECT& area) override;
+  void PaintLater(const RECT& area) override { ::RedrawWindow(hwnd_, &area, nullptr, RDW_INVALIDATE); }
 
  protected:
   static constexpr int kNoGround = -1;
@@ -81,12 +86,13 @@ class Win32Window {
   void Destroy();
   virtual LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam);
   void PutText(std::string_view text);
-  void InvalidatePixels(const Rect& area, UINT flags);
+  void AskForPainting(const Rect& area);
   WindowContext& context() const { return context_; }
 
  private:
   static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam);
   void Paint();
+  void PaintPart(HDC screen, const RECT& area);
   LRESULT OnPointerMessage(UINT message, WPARAM wparam, LPARAM lparam);
   void TellMouse(MouseAction action, int button, LPARAM position);
   void OnButton(UINT message, LPARAM position);
@@ -111,7 +117,7 @@ class Win32Child : public Widget, public Win32Window {
   void SetBounds(const Rect& bounds) override;
   void SetVisible(bool visible) override;
   void SetToolTip(std::string_view text) override { context().SetToolTip(hwnd(), text); }
-  void Invalidate(const Rect& area) override { InvalidatePixels(area, RDW_INVALIDATE); }
+  void Invalidate(const Rect& area) override { AskForPainting(area); }
   void SetContainer(Widget& container) override;
   void SetTabStop(bool on) override;
   void SetFocus() override { ::SetFocus(hwnd()); }
@@ -145,7 +151,12 @@ class Win32TopWindow : public TopWindow, public Win32Window {
   void SetBounds(const Rect& bounds) override;
   void SetVisible(bool visible) override;
   void SetToolTip(std::string_view text) override { context().SetToolTip(hwnd(), text); }
-  void Invalidate(const Rect& area) override { InvalidatePixels(area, RDW_INVALIDATE | RDW_ALLCHILDREN); }
+  void Invalidate(const Rect& area) override { AskForPainting(area); }
+  /// With all that lies inside: what changes on the face changes behind its controls too.
+  void PaintNow(const RECT& area) override { PaintLater(area); }
+  void PaintLater(const RECT& area) override {
+    ::RedrawWindow(hwnd(), &area, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+  }
   void SetContainer(Widget&) override {}
   void SetTabStop(bool) override {}
   void SetFocus() override;

@@ -22,7 +22,8 @@ class Win32TrayIcon : public TrayIcon {
 class Win32WindowSystem : public WindowSystem {
  public:
   /// @param pixels_per_inch that the program draws for
-  Win32WindowSystem(EventWindow& events, int pixels_per_inch) : events_(events), context_(pixels_per_inch) {}
+  Win32WindowSystem(EventWindow& events, int pixels_per_inch)
+      : events_(events), context_(pixels_per_inch, events.Paints()) {}
 
   std::unique_ptr<TopWindow> CreateTopWindow(TopWindowClient& client, std::string_view caption, Size size,
                                              WindowLook look) override;
