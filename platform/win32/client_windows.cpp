@@ -3,13 +3,25 @@
 #include "platform/win32/text.h"
 
 namespace orvane {
+namespace {
 
+constexpr DWORD kLookMs = 100;
+
+}  // namespace
+
+// The system goes through all windows of the desktop and asks each for its text, which in Wine costs more
+// than anything else that a reading does. Readings come each 200 ms at most, and each looks anew; only those
+// of a burst, or of a meter that is driven faster, share one look.
 ClientWindows::Handle Win32ClientWindows::Find(std::string_view caption) {
+  const DWORD now = ::GetTickCount();
+  if (caption == caption_ && now - found_at_ < kLookMs) return reinterpret_cast<Handle>(found_);
   if (caption != caption_) {
     caption_ = caption;
     wide_caption_ = ToWide(caption);
   }
-  return reinterpret_cast<Handle>(::FindWindowW(nullptr, wide_caption_.c_str()));
+  found_ = ::FindWindowW(nullptr, wide_caption_.c_str());
+  found_at_ = now;
+  return reinterpret_cast<Handle>(found_);
 }
 
 // The message must be sent, not posted: the data lives only as long as the call.
@@ -27,6 +39,7 @@ ClientWindows::Answer Win32ClientWindows::SendCopyData(Handle window, std::uint3
       reinterpret_cast<LPARAM>(&message), SMTO_ABORTIFHUNG, static_cast<UINT>(timeout_ms), &result);
   if (sent != 0) return {Outcome::kAnswered, static_cast<std::int32_t>(result)};
   // A window that went away meanwhile is no hang; it is looked up afresh with the next reading.
+  found_at_ -= kLookMs;
   const DWORD error = ::GetLastError();
   const bool gone = error == ERROR_INVALID_WINDOW_HANDLE;
   if (gone) return {Outcome::kAnswered, 0};

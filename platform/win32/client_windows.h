@@ -19,6 +19,9 @@ class Win32ClientWindows : public ClientWindows {
   // The caption as the system takes it, converted when it changes and not for every reading.
   std::string caption_;
   std::wstring wide_caption_;
+  // What the last look found, and when: see Find.
+  HWND found_ = nullptr;
+  DWORD found_at_ = 0;
 };
 
 }  // namespace orvane
