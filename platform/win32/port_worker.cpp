@@ -44,7 +44,8 @@ PortWorker::PortWorker(UniqueHandle port, HWND target)
       stop_(NewEvent(true)),
       write_request_(NewEvent(false)),
       read_done_(NewEvent(true)),
-      write_done_(NewEvent(true)) {
+      write_done_(NewEvent(true)),
+      rest_done_(NewEvent(true)) {
   read_.hEvent = read_done_.get();
   write_.hEvent = write_done_.get();
 }
@@ -124,12 +125,11 @@ bool PortWorker::FinishRead() {
 bool PortWorker::ReadQueued(DWORD count) {
   std::array<char, 4096> bytes;
   OVERLAPPED rest{};
-  const UniqueHandle done = NewEvent(true);
-  rest.hEvent = done.get();
+  rest.hEvent = rest_done_.get();
   const DWORD wanted = std::min(count, static_cast<DWORD>(bytes.size()));
   if (::ReadFile(port_.get(), bytes.data(), wanted, nullptr, &rest) == 0) {
     if (::GetLastError() != ERROR_IO_PENDING) return false;
-    if (::WaitForSingleObject(done.get(), 100) != WAIT_OBJECT_0) ::CancelIoEx(port_.get(), &rest);
+    if (::WaitForSingleObject(rest.hEvent, 100) != WAIT_OBJECT_0) ::CancelIoEx(port_.get(), &rest);
   }
   DWORD read = 0;
   const bool whole = ::GetOverlappedResult(port_.get(), &rest, &read, TRUE) != 0;

@@ -60,6 +60,7 @@ class PortWorker : public std::enable_shared_from_this<PortWorker> {
   UniqueHandle write_request_;
   UniqueHandle read_done_;
   UniqueHandle write_done_;
+  UniqueHandle rest_done_;
   OVERLAPPED read_{};
   OVERLAPPED write_{};
   char first_byte_ = 0;
