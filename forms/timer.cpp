@@ -2,12 +2,22 @@
 
 namespace orvane {
 
+namespace {
+
+// The system's timers are no more exact than this; to wait for it would take two more timers.
+constexpr std::uint32_t kSlackMs = 2;
+
+}  // namespace
+
 // A light that is switched on for each burst of bytes restarts its timer hundreds of times a second. The
 // system's timer is left running then; its tick looks how much of the interval is still to come and sleeps on
 // for that much.
 void Timer::SetEnabled(bool enabled) {
   enabled_ = enabled;
-  if (!enabled) return;  // the system's timer runs out by itself, unheard
+  if (!enabled) {
+    handle_.reset();
+    return;
+  }
   started_ = static_cast<std::uint32_t>(clock_.GetTickCount());
   if (!handle_) Arm(interval_);
 }
@@ -19,12 +29,8 @@ void Timer::Arm(int milliseconds) {
 }
 
 void Timer::OnSystemTick() {
-  if (!enabled_) {
-    handle_.reset();
-    return;
-  }
   const std::uint32_t passed = static_cast<std::uint32_t>(clock_.GetTickCount()) - started_;
-  if (passed < static_cast<std::uint32_t>(interval_)) {
+  if (passed + kSlackMs < static_cast<std::uint32_t>(interval_)) {
     Arm(interval_ - static_cast<int>(passed));
     return;
   }
