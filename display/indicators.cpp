@@ -2,6 +2,8 @@
 
 #include "base/checked.h"
 
+#include <utility>
+
 namespace orvane {
 namespace {
 
@@ -76,16 +78,31 @@ void ActivityLights::Reset() {
 
 StatusLine::StatusLine(WindowSystem& windows, Clock& clock, Label& label)
     : label_(label), clear_(windows, clock, kStatusMs) {
-  clear_.Tick = [this] {
-    clear_.SetEnabled(false);
-    label_.SetColors(kStatusColor, kStatusGround);
-    Put("");
-  };
+  clear_.Tick = [this] { Clear(); };
+}
+
+void StatusLine::Clear() {
+  clear_.SetEnabled(std::exchange(clear_next_, false));
+  lasting_ = false;
+  label_.SetColors(kStatusColor, kStatusGround);
+  Put(std::exchange(next_, {}));
 }
 
 void StatusLine::Show(std::string_view text) {
+  if (lasting_) {
+    next_ = text;
+    return;
+  }
   if (text.empty()) label_.SetColors(kStatusColor, kStatusGround);
   Put(text);
+}
+
+void StatusLine::StartClearTimer() {
+  if (lasting_) {
+    clear_next_ = true;
+  } else {
+    clear_.SetEnabled(true);
+  }
 }
 
 // A text that is longer than the line can be read whole in its tip.
@@ -95,9 +112,16 @@ void StatusLine::Put(std::string_view text) {
 }
 
 void StatusLine::ShowAlert(std::string_view text) {
+  lasting_ = clear_next_ = false;
+  next_.clear();
   label_.SetColors(kAlertColor, kAlertGround);
   Put(text);
   clear_.SetEnabled(true);
+}
+
+void StatusLine::ShowLastingAlert(std::string_view text) {
+  ShowAlert(text);
+  lasting_ = true;
 }
 
 }  // namespace orvane

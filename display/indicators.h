@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace orvane {
@@ -61,13 +62,20 @@ class StatusLine {
   void Show(std::string_view text);
   /// Shows a text in red and starts the timer.
   void ShowAlert(std::string_view text);
-  void StartClearTimer() { clear_.SetEnabled(true); }
+  /// An alert that stands its whole time: a plain text that comes meanwhile is shown after it.
+  void ShowLastingAlert(std::string_view text);
+  void StartClearTimer();
 
  private:
   void Put(std::string_view text);
 
+  void Clear();
+
   Label& label_;
-  Timer clear_;  // `TimerClearMessage`
+  Timer clear_;           // `TimerClearMessage`
+  bool lasting_ = false;  // the alert that stands gives no way
+  std::string next_;      // what is shown after it
+  bool clear_next_ = false;
 };
 
 // The status line is a small display: dark blue on pale, and turned to red on black for an alert. Neither

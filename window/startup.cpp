@@ -41,7 +41,7 @@ void Orvane::Form_Load() {
   if (!form_.Window().OnScreen()) form_.Window().MoveTo({kDefaultPlace, kDefaultPlace});
   started_ = true;
   lights_.Reset();
-  if (kept_.Trouble() != SettingsTrouble::kNone) status_.ShowAlert(kept_.TroubleText());
+  if (kept_.Trouble() != SettingsTrouble::kNone) status_.ShowLastingAlert(kept_.TroubleText());
   TimerFindMeter_.SetEnabled(true);
   port_watch_.SetEnabled(true);
 }

@@ -19,6 +19,7 @@ TEST(Saving, AFolderThatCannotBeWrittenIsToldOnceAtTheStart) {
     program.line.Meter.SetPower(100, 0);
     program.RunFor(3000);
     EXPECT_EQ(program.Fwd(), "100") << "it goes on";
+    EXPECT_EQ(program.Status(), "Settings cannot be saved here") << "what the search says waits";
     program.RunFor(10000);
     EXPECT_EQ(program.Status(), "");
     EXPECT_TRUE(program.Close());
