@@ -70,11 +70,11 @@ class Cable(harness.OrvaneTest):
         self.assertIsNone(program.message_box())
         self.assertEqual(program.close(), 0)
 
-    def test_ten_times_out_and_in(self):
+    def test_twenty_times_out_and_in(self):
         meter = self.start_meter("--do", "power 100 0")
         program = self.start_program()
         self.wait_until(lambda: program.readouts()[0] == "100", "the readings")
-        for turn in range(10):
+        for turn in range(20):
             watts = 200 + turn
             with self.subTest(turn=turn):
                 meter.command("unplug")

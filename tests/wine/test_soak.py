@@ -1,0 +1,103 @@
+"""Two minutes, or as long as ORVANE_SOAK_SECONDS says, of all that wears a program out: a saturated line, menus and
+panels opened ten thousand times, a client that comes and goes. What it holds of the system at the end is what it held
+after the first seconds."""
+
+import json
+import os
+import pathlib
+import subprocess
+import time
+import unittest
+
+import harness
+
+SECONDS = float(os.environ.get("ORVANE_SOAK_SECONDS", "120"))
+OPENINGS = 10000
+ROUND = 250
+WARM_UP_SECONDS = 10
+# What the allocator's pages come to at rest, however the same blocks lie in them.
+MEMORY_SLACK_KB = 512
+MENUS = ("window menu", "settings menu", "help menu")
+
+
+class Stress:
+    """win_stress.exe, kept running."""
+
+    def __init__(self, desktop, program):
+        self._main = program.main.hwnd
+        self._buttons = [program.part(name).hwnd for name in MENUS]
+        self._process = desktop.prefix.start(
+            harness.INSPECTOR.with_name("win_stress.exe"), stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+            stderr=subprocess.DEVNULL, text=True, bufsize=1)
+
+    def _ask(self, *words):
+        self._process.stdin.write(" ".join(map(str, words)) + "\n")
+        return json.loads(self._process.stdout.readline())
+
+    def open(self, count):
+        return self._ask("open", count, self._main, *self._buttons)["opened"]
+
+    def count(self):
+        return self._ask("count", self._main)
+
+    def close(self):
+        self._process.stdin.close()
+        self._process.wait(10)
+        self._process.stdout.close()
+
+
+def private_kilobytes(pid):
+    text = pathlib.Path(f"/proc/{pid}/smaps_rollup").read_text()
+    return sum(int(line.split()[1]) for line in text.splitlines() if line.startswith("Private_"))
+
+
+class Soak(harness.OrvaneTest):
+    def holdings(self):
+        """What the program holds at rest. Twice the same, so that nothing is on its way."""
+        def look():
+            first = self.stress.count()
+            time.sleep(0.3)
+            return first if first == self.stress.count() else None
+        return {**self.wait_until(look, "counts that stand", 10),
+                "memory": private_kilobytes(self.program.process.pid)}
+
+    def wear(self, until):
+        """One round: openings, a client for half of them, and readings that go on. Returns the openings."""
+        opened = self.stress.open(ROUND // 2)
+        client = harness.Client(self.desktop.prefix, "OVClient")
+        try:
+            opened += self.stress.open(ROUND // 2)
+            self.wait_until(lambda: client.received, "readings at the client", 10)
+        finally:
+            client.close()
+        watts = str(100 + int(until) % 800)
+        self.meter.command(f"power {watts} 0")
+        self.wait_until(lambda: self.program.readouts()[0] == watts, "the reading of the moment", 5)
+        return opened
+
+    def test_what_it_holds_does_not_grow(self):
+        self.meter = self.start_meter("--do", "power 100 0")
+        self.program = self.start_program()
+        self.meter.wait_for_stream()
+        self.meter.command("rate 187")
+        self.stress = Stress(self.desktop, self.program)
+        self.addCleanup(self.stress.close)
+        start = time.monotonic()
+        while time.monotonic() - start < WARM_UP_SECONDS:
+            self.wear(time.monotonic())
+        before, openings, rounds = self.holdings(), 0, 0
+        self.assertGreater(min(before.values()), 0, before)
+        while time.monotonic() - start < SECONDS or openings < OPENINGS:
+            openings += self.wear(time.monotonic())
+            rounds += 1
+            self.assertEqual(openings, rounds * 2 * (ROUND // 2), "a menu or a panel did not open or close")
+        after = self.holdings()
+        print(f"{openings} openings in {time.monotonic() - start:.0f} s; {before} before, {after} after")
+        self.assertLess(after.pop("memory"), before.pop("memory") + MEMORY_SLACK_KB)
+        self.assertEqual(after, before)
+        self.assertIsNone(self.program.message_box())
+        self.assertEqual(self.program.close(), 0)
+
+
+if __name__ == "__main__":
+    unittest.main()
