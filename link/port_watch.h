@@ -13,10 +13,9 @@ namespace orvane {
 ///   twice a second, without a word; when it opens, the meter is searched at once, so that readings are live
 ///   within three seconds of the port's return.
 /// - A meter from which no packet or reply came for five seconds, although its readings are wanted, is said
-/// to
-///   give no data, and its readings count for nothing. From ten seconds on it is searched every ten seconds,
-///   without any box, at the speed that worked and then at the others; once more when its readings came back
-///   by themselves meanwhile.
+///   to give no data, and its readings count for nothing. From ten seconds on it is searched every ten
+///   seconds, without any box, at the speed that worked and then at the others; once more when its readings
+///   came back by themselves meanwhile.
 /// - Readings that the operator stopped are no silence; but what they were is soon old as well.
 class PortWatch {
  public:
