@@ -4,7 +4,9 @@
 #include "base/runtime_error.h"
 #include "base/text.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <system_error>
 
 namespace orvane {
@@ -52,6 +54,22 @@ std::optional<double> ShortWholeNumber(std::string_view body) {
   return static_cast<double>(value);
 }
 
+// Too small a number is zero; only one that is too large is a fault. from_chars does not say which it was:
+// the place of the first digit that counts says it, moved by the exponent.
+bool IsTiny(std::string_view body) {
+  const auto mark = std::min(body.find_first_of("eE"), body.size());
+  const std::string_view digits = body.substr(0, mark);
+  const auto point = std::min(digits.find('.'), digits.size());
+  const auto first = digits.find_first_of("123456789");
+  const auto place = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first);
+  std::string_view power = body.substr(mark);
+  power.remove_prefix(std::min(power.find_first_not_of("eE+"), power.size()));
+  int exponent = 0;
+  const auto result = std::from_chars(power.data(), power.data() + power.size(), exponent);
+  if (result.ec == std::errc::result_out_of_range) return power.starts_with('-');
+  return place + exponent < 0;
+}
+
 }  // namespace
 
 std::optional<double> NumberOf(std::string_view text) {
@@ -63,11 +81,7 @@ std::optional<double> NumberOf(std::string_view text) {
   double value = 0.0;
   const auto result = std::from_chars(body.data(), body.data() + body.size(), value);
   if (result.ec == std::errc::result_out_of_range) {
-    // Too small a number is zero; only one that is too large is a fault. from_chars does not say which it
-    // was.
-    const auto exponent = body.find_first_of("eE");
-    const bool tiny = exponent != std::string_view::npos && body.substr(exponent + 1).starts_with('-');
-    if (!tiny) throw RuntimeError(Fault::kOverflow, "reading a number beyond all ranges");
+    if (!IsTiny(body)) throw RuntimeError(Fault::kOverflow, "reading a number beyond all ranges");
     value = 0.0;
   }
   return negative ? -value : value;

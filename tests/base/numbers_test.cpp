@@ -11,6 +11,8 @@
 namespace orvane {
 namespace {
 
+using namespace std::string_literals;
+
 TEST(NumberFormat, WritesWhatAReaderExpects) {
   const std::tuple<const char*, double, const char*> rows[] = {
       {"###0", 0, "0"},
@@ -43,6 +45,7 @@ TEST(NumberFormat, WritesWhatAReaderExpects) {
       {"###0", 2147483647, "2147483647"},
       {"#0.00", -0.004, "0.00"},
       {"#0.00", -0.005, "-0.01"},
+      {"0#.0", 5, "05.0"},
       {"###0", 7e14, "700000000000000"},
       {"00.000", 214748364700.5, "214748364700.500"},
   };
@@ -70,13 +73,26 @@ TEST(Rounding, TiesGoToEvenAndOverflowsAreFaults) {
 }
 
 TEST(NumericText, TellsNumbersFromTexts) {
-  const std::pair<const char*, double> numbers[] = {
-      {"0", 0},      {"-3", -3},
-      {"+7", 7},     {" 12.6 ", 12.6},
-      {".5", .5},    {"5.", 5},
-      {"1E3", 1000}, {"1e-2", .01},
-      {"1e-999", 0}, {"123456789012345678", 123456789012345678.0},
-      {"007", 7.0},  {"  -0.25", -.25},
+  const std::string zeros(400, '0');  // past the range of a double, to both sides
+  const std::pair<std::string, double> numbers[] = {
+      {"0", 0},
+      {"-3", -3},
+      {"+7", 7},
+      {" 12.6 ", 12.6},
+      {".5", .5},
+      {"5.", 5},
+      {"1E3", 1000},
+      {"1e-2", .01},
+      {"1e-999", 0},
+      {"123456789012345678", 123456789012345678.0},
+      {"007", 7.0},
+      {"  -0.25", -.25},
+      {"1E+3", 1000},
+      {"1e-99999999999", 0},
+      {"." + zeros + "1", 0},
+      {"." + zeros + "1e5", 0},
+      {"-0." + zeros + "1E-5", 0},
+      {"1" + zeros + "E-400", 1},
   };
   for (const auto& [text, value] : numbers)
     EXPECT_EQ(NumberOf(text), value) << text;
@@ -84,7 +100,9 @@ TEST(NumericText, TellsNumbersFromTexts) {
                            "1,5", "\xB2", "1\n", "- 5"}) {
     EXPECT_EQ(NumberOf(text), std::nullopt) << text;
   }
-  EXPECT_EQ(FaultOf([] { (void)NumberOf("1e999"); }), Fault::kOverflow);
+  for (const std::string& text :
+       {"1e999"s, "1e99999999999"s, "1" + zeros, "1" + zeros + ".5e-50", "." + zeros + "1e+999"})
+    EXPECT_EQ(FaultOf([&] { (void)NumberOf(text); }), Fault::kOverflow) << text;
   EXPECT_EQ(Int16Of("2.5"), 2);
   EXPECT_EQ(FaultOf([] { (void)Int16Of("32768"); }), Fault::kOverflow);
   EXPECT_EQ(FaultOf([] { (void)Int16Of("abc"); }), Fault::kTypeMismatch);
