@@ -14,10 +14,9 @@ bool cDIBSection::Create(int width, int height) {
 }
 
 bool cDIBSection::CreateFromPicture(const PictureData* picture) {
-  if (picture == nullptr || !IsWhole(*picture) || !Create(picture->width, picture->height)) {
-    ClearUp();
-    return false;
-  }
+  ClearUp();
+  if (picture == nullptr || !IsWhole(*picture)) return false;
+  Create(picture->width, picture->height);
   LoadPictureBlt(*picture, 0, 0);
   return true;
 }

@@ -27,6 +27,7 @@ TEST(CRC8, OfTexts) {
       {"D\x03\x02"s + "1", true, false, 0xC0},  // framing characters do not count, wherever they stand
       {"\x02"s + "D1\x03"s + "C0", true, true, 0xC0},
       {"D1\x03"s + "C0", true, true, 0xC0},    // five characters: stripped
+      {"\x02"s + "D1zz", true, true, 0xC0},    // just the last two
       {"\x02\x02"s + "D1", true, true, 0xC0},  // four: taken whole
       {"\x02\x03\x02", true, false, 0xFF},     // not empty, though nothing is left
   };
@@ -42,7 +43,8 @@ TEST(CRC8, Digits) {
                                                              {"0", "00", false},    {"", "00", false}};
   for (const auto& [text, digits, right] : rows)
     EXPECT_EQ(CheckCRC(text, digits), right) << text;
-  for (const auto& [text, right] : {std::pair{"...C0", true}, {"...c0", false}, {"...C1", false}})
+  for (const auto& [text, right] :
+       {std::pair{"...C0", true}, {"...c0", false}, {"...C1", false}, {"C0", true}})
     EXPECT_EQ(CheckCRC(text, 0xC0), right) << text;
   EXPECT_FALSE(CheckCRC("0", 0x00));
 }

@@ -73,6 +73,16 @@ TEST_F(Classifier, BeepsAfterSomeLetters) {
   }
 }
 
+TEST_F(Classifier, NoMessageAtAllIsNoReply) {
+  MeterState state;
+  LinkFlags flags;
+  MessageClassifier classifier(state, flags, events, settings);
+  classifier.ProcessMessage(Line("V3"));
+  classifier.ProcessMessage("");
+  EXPECT_EQ(state.ParamV, 3);
+  EXPECT_EQ(flags.Replies, 1U);
+}
+
 TEST_F(Classifier, AFaultyHandlerIsLeftAndTheNextLineGoesOn) {
   events.on_mode = [] { throw RuntimeError(Fault::kOverflow, "showing the mode"); };
   Feed(Line("M1") + Line("V3"));

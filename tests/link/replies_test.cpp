@@ -122,6 +122,9 @@ TEST_F(Replies, CallMessage) {
 TEST_F(Replies, VersionCountsOnlyInASearch) {
   Feed(Line("vOrvane Version 2.14"));
   EXPECT_EQ(link.State().FirmwareVersion, "");
+  replies["v?"] = "vWattmeter 2.14";
+  link.FindMeter();
+  EXPECT_EQ(link.State().FirmwareVersion, "");
   replies["v?"] = "vvox VERSION 2  ";
   link.FindMeter();
   EXPECT_EQ(link.State().FirmwareVersion, "vox VERSION 2");

@@ -2,12 +2,14 @@
 
 #include "forms/form.h"
 #include "platform/headless/desktop.h"
+#include "window/bitmap_functions.h"
 #include "window/dib_section.h"
 
 #include <chrono>
 #include <functional>
 #include <gtest/gtest.h>
 #include <string>
+#include <vector>
 
 namespace orvane {
 namespace {
@@ -159,7 +161,8 @@ TEST(DIBSection, CopiesAnyPartOfAPictureOnToItsCorner) {
   const std::tuple<int, int, int, int, const char*> rows[] = {
       {0, 0, -1, -1, "abcd efgh ijkl"}, {1, 1, -1, -1, "fgh- jkl- ----"},  {0, 0, 2, 1, "ab-- ---- ----"},
       {2, 0, 9, 9, "cd-- gh-- kl--"},   {0, 3, -1, -1, "---- ---- ----"},  {4, 0, -1, -1, "---- ---- ----"},
-      {9, 9, -1, -1, "---- ---- ----"}, {-1, 0, -1, -1, "---- ---- ----"}, {0, 0, 0, -1, "---- ---- ----"}};
+      {9, 9, -1, -1, "---- ---- ----"}, {-1, 0, -1, -1, "---- ---- ----"}, {0, -1, -1, -1, "---- ---- ----"},
+      {0, 0, 0, -1, "---- ---- ----"}};
   const PictureData picture = PictureOf({"abcd", "efgh", "ijkl"});
   for (const auto& [left, top, width, height, expected] : rows) {
     cDIBSection dib;
@@ -177,6 +180,25 @@ TEST(DIBSection, CopiesAnyPartOfAPictureOnToItsCorner) {
       if (y > 0) copied += ' ';
     }
     EXPECT_EQ(copied, expected) << left << ", " << top << ", " << width << " x " << height;
+  }
+}
+
+TEST(Region, APictureThatIsNotAllThereHasNoShape) {
+  const std::tuple<int, int, std::size_t> rows[] = {{2, 2, 3},       {2, 2, 5},        {0, 2, 0},
+                                                    {2, 0, 0},       {-2, -2, 4},      {8193, 1, 8193},
+                                                    {1, 8193, 8193}, {65536, 65536, 0}};
+  for (const auto& [width, height, pixels] : rows) {
+    const PictureData picture{width, height, std::vector<std::uint32_t>(pixels, 0xFFFFFFFF)};
+    Region region;
+    Color key = kKey;
+    region.ScanPicture(&picture, key);
+    EXPECT_TRUE(region.Runs().empty()) << width << " x " << height;
+    cDIBSection dib;
+    ASSERT_TRUE(dib.Create(1, 1));
+    dib.LoadPictureBlt(picture, 0, 0);
+    EXPECT_EQ(dib.DIBSectionBitsPtr()[0], 0) << width << " x " << height;
+    EXPECT_FALSE(dib.CreateFromPicture(&picture)) << width << " x " << height;
+    EXPECT_EQ(StretchPicture(picture, {1, 1}), nullptr) << width << " x " << height;
   }
 }
 
