@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -237,6 +238,38 @@ TEST_F(ProgramSettings, TheAboutBoxMakesRoomAndComesBack) {
   EXPECT_TRUE(box.Press(Key::kEscape));
   EXPECT_FALSE(box.Shown());
   EXPECT_EQ(face.Main().State(), WindowState::kNormal);
+}
+
+TEST_F(ProgramSettings, TheButtonsOfTheAboutBoxStartTheirProgramsOrTellThatTheyCouldNot) {
+  ASSERT_TRUE(running.Start());
+  program.desktop.choices = {1002};
+  Face::In(face.Main(), *face.Controls().cmdMenu[2]).Click();
+  HeadlessTopWindow& box = *program.desktop.Dialog();
+  const About& about = program.orvane->AboutBox();
+  HeadlessWindow& frame = Face::In(box, about.frame);
+  const std::tuple<const PanelButton*, const char*, const char*> rows[] = {
+      {&about.cmdQuorranSln, "https://www.quorran.example/", "The browser could not be started."},
+      {&about.lblEMail, "mailto:support@quorran.example", "The mail program could not be started."},
+      {&about.cmdSysInfo, "Msinfo32.exe", "System Info could not be started."}};
+  for (const auto& [button, target, sentence] : rows) {
+    for (const bool works : {true, false}) {
+      program.shell.works = works;
+      program.shell.launches.clear();
+      PanelWindow<HeadlessButton>(frame, *button).Push();
+      ASSERT_EQ(program.shell.launches.size(), 1U) << target;
+      EXPECT_TRUE(program.shell.launches[0].target.starts_with(target)) << program.shell.launches[0].target;
+      EXPECT_EQ(program.Status() == sentence, !works) << target;
+      EXPECT_EQ(face.Main().State() == WindowState::kNormal, !works) << target;
+      face.Main().SetState(WindowState::kMinimized);
+    }
+  }
+  EXPECT_FALSE(box.Press(Key::kSpace)) << "left to the button that has the keyboard";
+  EXPECT_TRUE(box.Shown());
+  PanelWindow<HeadlessButton>(frame, about.cmdClose).Push();
+  EXPECT_FALSE(box.Shown());
+  face.Main().SetState(WindowState::kMinimized);
+  box.Close();
+  EXPECT_EQ(face.Main().State(), WindowState::kMinimized) << "a closed box is not closed again";
 }
 
 }  // namespace
