@@ -14,7 +14,6 @@ class PowerBar {
   PowerBar(ControlArray<Shape, kBarShapes>& shapes, EventPump& pump) : shapes_(shapes), pump_(pump) {}
 
   /// Bar segments per watt.
-  float Scale() const { return scale_; }
   void SetScale(float segments_per_watt) { scale_ = segments_per_watt; }
 
   /// Draws the bar for a power in watts. @throws RuntimeError kOverflow when the level leaves 16 bits

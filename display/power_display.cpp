@@ -169,10 +169,8 @@ void PowerDisplay::ResetPowerDisplay() {
 }
 
 std::string PowerDisplay::CalcPerf(std::int32_t start, std::int32_t end) {
-  constexpr std::int32_t kHour = 3600000;
   constexpr std::int32_t kMinute = 60000;
   std::int32_t elapsed = CheckedSub(end, start);
-  if (elapsed >= kHour) elapsed %= kHour;
   if (elapsed >= kMinute) elapsed %= kMinute;
   return kSecondsFormat.Write(elapsed / 1000.0);
 }

@@ -20,9 +20,6 @@ class Receiver : public CommListener {
   /// already running: the receive path does not enter itself.
   void OnComm(CommEvent event) override;
 
-  /// Bytes of an unfinished line, and of lines not yet handled.
-  std::size_t Waiting() const { return buffer_.Size(); }
-
  private:
   void Receive();
   void HandleLines();
