@@ -1,7 +1,10 @@
 #include "base/runtime_error.h"
 #include "tests/display/display_fixture.h"
 
+#include <cstdlib>
+#include <functional>
 #include <limits>
+#include <tuple>
 
 namespace orvane {
 namespace {
@@ -26,6 +29,8 @@ TEST_F(DisplayTest, BarHasNoGapsWhateverTheWayOfTheReadings) {
   display.ChooseReflectedRange(1);
   const std::pair<int, int> ways[] = {{100, 25}, {50, 1},  {51, 0}, {0, 0}, {0, 0},
                                       {3, 3},    {80, 20}, {0, 0},  {1, 0}, {99, 24}};
+  Line(25, 25);
+  EXPECT_EQ(RefLit(), 51) << "all that goes out comes back";
   for (const auto& [forward, reflected] : ways) {
     Line(forward, reflected);
     EXPECT_EQ(Bar(controls.forward).find('.'), std::string::npos) << forward;
@@ -49,7 +54,84 @@ TEST_F(DisplayTest, PeakHoldRisesAtOnceAndFallsAfterTheHold) {
   EXPECT_EQ(Fwd(), "70") << "the highest value seen during the hold";
 }
 
+TEST_F(DisplayTest, AValueSeenAgainDoesNotProlongTheHoldButIsItsHighest) {
+  for (const int watts : {100, 100}) {
+    Line(watts, 0);
+    time.Block(mode.HoldTime / 2);
+  }
+  time.Block(2);
+  Line(20, 0);
+  time.Block(mode.HoldTime / 2);
+  Line(20, 0);
+  EXPECT_EQ(Fwd(), "100");
+}
+
+TEST_F(DisplayTest, ReflectedPowerAndVSWRAreHeldAsWell) {
+  Line(100, 20, 2.0F);
+  Line(100, 10, 1.5F);
+  EXPECT_EQ(Ref() + " " + Ratio(), "20 2.00");
+  display.ChooseReflectedRange(kAutoRange);
+  Line(100, 10, 1.5F);
+  EXPECT_EQ(Ref(), "20");
+  display.ChooseReflectedRange(2);
+  Line(100, 5, 1.5F);
+  EXPECT_EQ(Ref(), "10") << "a fixed range writes the readout afresh";
+  time.Block(mode.HoldTime + 1);
+  Line(100, 5, 1.5F);
+  EXPECT_EQ(Ref() + " " + Ratio(), "5 1.50");
+}
+
+TEST_F(DisplayTest, AfterAResetTheFirstReadingShows) {
+  const auto after = [this](auto reset) {
+    Line(200, 80, 3.5F);
+    reset();
+    Line(100, 30, 2.5F);
+    return Fwd() + " " + Ref() + " " + Ratio();
+  };
+  EXPECT_EQ(after([&] { display.ShowNoReadings(); }), "70 30 2.50");
+  time.Block(mode.HoldTime + 1);
+  Line(0, 0);
+  EXPECT_EQ(display.NetForward() + display.Reflected(), 0);
+  EXPECT_EQ(after([&] {
+              EXPECT_EQ(display.NetForward(), 120);
+              EXPECT_EQ(display.Reflected(), 80);
+              display.ResetPowerDisplay();
+              EXPECT_EQ(display.NetForward(), 0);
+              EXPECT_EQ(display.Reflected(), 0);
+            }),
+            "70 30 3.50");
+}
+
+// Counts how often arrivals are let in.
+struct CountingPump : EventPump {
+  int times = 0;
+  void DeliverPending() override {}
+  void DeliverArrivals() override { ++times; }
+  void SleepUntil(std::int32_t) override {}
+  void EndProcess() override { std::abort(); }
+};
+
+TEST_F(DisplayTest, BytesAreLetInWhileABarIsPutOut) {
+  CountingPump pump;
+  PowerBar bar(controls.forward.shpGraph, pump);
+  bar.SetScale(1.0F);
+  const std::tuple<const char*, std::function<void()>, int> rows[] = {
+      {"up", [&] { bar.Show(40); }, 11},
+      {"down", [&] { bar.Show(10); }, 41},
+      {"as it was", [&] { bar.Show(10); }, 0},
+      {"all", [&] { bar.ClearAll(true); }, 51},
+      {"quietly", [&] { bar.ClearAll(false); }, 0},
+      {"anew", [&] { bar.Restart(); }, 0}};
+  for (const auto& [what, step, times] : rows) {
+    pump.times = 0;
+    step();
+    EXPECT_EQ(pump.times, times) << what;
+  }
+}
+
 TEST_F(DisplayTest, NoPowerShowsZeroWhenTheHoldExpires) {
+  Line(0, 0);
+  EXPECT_EQ(Fwd() + " " + Ref(), "0 0");
   Line(50, 0);
   time.Block(mode.HoldTime + 1);
   Line(0, 0);  // the peak of the hold is over, nothing was seen since
@@ -135,6 +217,19 @@ TEST_F(DisplayTest, DipModeDrawsVSWROnTheReflectedBar) {
   EXPECT_EQ(Fwd(), "0");
   EXPECT_EQ(Ratio(), ".00");
   EXPECT_EQ(sent.size(), 0U);
+  Line(100, 0, 1.16F);
+  EXPECT_EQ(RefLit(), 2) << "the first level that is drawn";
+  display.RestartBars();
+  Line(100, 0, 1.16F);
+  EXPECT_EQ(RefLit(), 2) << "the same level anew";
+  EXPECT_EQ(display.NetForward(), 100);
+  Line(100, 7, 5.0F);
+  EXPECT_EQ(display.Reflected(), 7);
+  time.Block(mode.HoldTime + 1);
+  Line(0, 0, 5.0F);
+  EXPECT_EQ(RefLit(), 0) << "no power";
+  EXPECT_THROW(Line(40000, 0), RuntimeError);
+  EXPECT_THROW(Line(1, -40000), RuntimeError);
 }
 
 TEST_F(DisplayTest, CalcPerfGivesTheSecondsLeftOver) {

@@ -48,6 +48,16 @@ TEST_F(DisplayTest, AutomaticScaleFollowsTheMeterOneIndexALine) {
   meter.ParamR = 0;
   Line(0, 0);
   EXPECT_EQ(FwdLit() + RefLit(), 0) << "row 0 without power clears both bars";
+  meter.ParamR = 1;
+  meter.ParamB2 = 0;
+  Line(100, 60);
+  Line(100, 60);
+  Line(100, 50);
+  EXPECT_EQ(Labels(controls.reflected), "0|125|250");
+  EXPECT_EQ(RefLit(), 11);
+  meter.ParamR = 0;
+  Line(1, 0);
+  EXPECT_EQ(FwdLit(), 1) << "row 0 with some power clears none";
 }
 
 TEST_F(DisplayTest, MeterIndexesOutOfBoundsAreAFaultAfterTheMarkerMoved) {

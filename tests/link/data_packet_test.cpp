@@ -90,6 +90,17 @@ TEST(DataPacket, Frames) {
   }
 }
 
+TEST(DataPacket, MakesReadingsLiveAgainOnlyWhenItIsGood) {
+  for (const bool good : {true, false}) {
+    MeterState state;
+    state.ReadingsLive = false;
+    std::string packet = Line("D,100,4,1.50,0;1");
+    if (!good) packet[5] = '7';
+    EXPECT_EQ(ProcessDataPacket(packet, state), good);
+    EXPECT_EQ(state.ReadingsLive, good);
+  }
+}
+
 // The quick way through whole numbers must round like the formats, to the last bit.
 TEST(PacketNumber, RoundsLikeTheFormats) {
   std::mt19937 random(20240611);

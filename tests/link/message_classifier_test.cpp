@@ -37,6 +37,7 @@ TEST_F(Classifier, Messages) {
       {"small letters that mean nothing", Line("a1") + Line("n1") + Line("71"), " R0 M0 V0 S1 F0"},
       {"without STX the first letter counts", "V3\x03" + "00\r\n"s, "beep; R0 M0 V3 S1 F0"},
       {"the letter follows the first STX", "zz\x02V3\x02S2\x03zz\r\n", "beep; R0 M0 V0 S1 F0"},
+      {"no letter at all", Line(std::string(3, '\0')), " R0 M0 V0 S1 F0"},
       {"an acknowledgement", Line("A"), "clear timer; R0 M0 V0 S1 F0"},
       // Too short for a letter: goes to the letter before, here "S", which finds no number.
       {"three characters with STX", "\x02V\n", "beep; R0 M0 V0 S0 F0"},

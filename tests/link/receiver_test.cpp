@@ -119,6 +119,29 @@ TEST_F(Resync, ABurstOfFramingErrorsSearchesOnce) {
   EXPECT_EQ(port.Writes()[2].at - port.Writes()[1].at, 56);
 }
 
+// Moved only when most of it is read, so that the bytes moved stay below those received; and it does not
+// grow.
+TEST(RxBuffer, GivesUpWhatWasRead) {
+  constexpr std::size_t kLineBytes = 64;
+  RxBuffer buffer;
+  for (int i = 0; i < 4096; ++i)
+    buffer.Tail() += std::string(kLineBytes - 1, 'x') + "\n";
+  std::string line;
+  std::size_t cut = 0;
+  for (const auto& [lines, kept] : {std::pair<std::size_t, std::size_t>{1024, 262144},
+                                    {2047, 262144},
+                                    {2048, 131072},
+                                    {3071, 131072},
+                                    {3072, 65536},
+                                    {4095, 65536},
+                                    {4096, 0}}) {
+    for (; cut < lines; ++cut)
+      ASSERT_TRUE(buffer.CutLine(line));
+    EXPECT_EQ(buffer.Tail().size(), kept) << lines;
+    EXPECT_EQ(buffer.Size(), (4096 - lines) * kLineBytes) << lines;
+  }
+}
+
 TEST(RxBuffer, CutsLinesInOrder) {
   RxBuffer buffer;
   std::string line = "untouched";

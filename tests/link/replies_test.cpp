@@ -138,6 +138,11 @@ TEST_F(Replies, NoticesAndAcknowledgements) {
   Feed(Line("!Restarted"));
   EXPECT_EQ(events.log.back(), "status !Restarted");
   EXPECT_FALSE(events.FindMeterEnabled());
+  bool tries_soon = false;
+  events.on_line = [&] { tries_soon = events.FindMeterEnabled(); };
+  replies["v?"] = "!Restarted";
+  link.FindMeter();
+  EXPECT_TRUE(tries_soon) << "in a search it is a reason to try again";
 }
 
 }  // namespace
