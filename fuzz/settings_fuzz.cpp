@@ -35,6 +35,11 @@ class MemoryFiles : public HeadlessFiles {
     const auto content = Content(from);
     return content && Replace(to, *content);
   }
+  bool MoveWhole(const std::string& from, const std::string& to) override {
+    const bool moved = CopyWhole(from, to);
+    files_.erase(from);
+    return moved;
+  }
   std::optional<std::string> Content(const std::string& path) override {
     const auto file = files_.find(path);
     return file == files_.end() ? std::nullopt : std::optional(file->second);
@@ -44,6 +49,7 @@ class MemoryFiles : public HeadlessFiles {
     return true;
   }
   void Clear() { files_.clear(); }
+  std::size_t Count() const { return files_.size(); }
 
  private:
   std::map<std::string, std::string> files_;
@@ -133,6 +139,7 @@ void CheckProgram(Disk& disk, std::string_view bytes) {
   CheckOthersStand(bytes, saved);
   if (bytes.find_first_not_of('\0') != std::string_view::npos)
     Require(disk.files.Content(disk.copy).has_value(), "a copy is kept");
+  Require(disk.files.Count() <= 2, "a save leaves the file and its copy, nothing else");
   Run second(disk);
   if (CanBeKept(loaded)) {
     Require(second.faults == 0, "what was saved is usable");
