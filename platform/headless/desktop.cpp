@@ -10,20 +10,6 @@
 namespace orvane {
 namespace {
 
-class HeadlessChild : public Widget, public HeadlessWindow {
- public:
-  using HeadlessWindow::HeadlessWindow;
-  void SetText(std::string_view text) override { PutText(text); }
-  void SetBounds(const Rect& bounds) override { PutBounds(bounds); }
-  void SetVisible(bool visible) override { PutVisible(visible); }
-  void SetToolTip(std::string_view text) override { PutTip(text); }
-  void Invalidate(const Rect&) override { CountInvalidation(); }
-  void SetTabStop(bool on) override { PutTabStop(on); }
-  void SetFocus() override { PutFocus(); }
-  void TellChanged(AccessibleChange change) override { PutChange(change); }
-  void SetContainer(Widget& container) override { PutContainer(dynamic_cast<HeadlessWindow&>(container)); }
-};
-
 /// Ticks for ever, each tick one interval after the one before, as the system's timers do.
 class HeadlessTimer : public TimerHandle {
  public:
@@ -143,7 +129,7 @@ std::unique_ptr<TopWindow> HeadlessDesktop::CreateTopWindow(TopWindowClient& cli
 
 std::unique_ptr<Widget> HeadlessDesktop::CreateChild(Widget& container, WidgetClient& client,
                                                      const Rect& bounds) {
-  return std::make_unique<HeadlessChild>(client, &dynamic_cast<HeadlessWindow&>(container), bounds);
+  return std::make_unique<HeadlessControl<Widget>>(client, &dynamic_cast<HeadlessWindow&>(container), bounds);
 }
 
 std::unique_ptr<TimerHandle> HeadlessDesktop::StartTimer(int milliseconds, std::function<void()> tick) {

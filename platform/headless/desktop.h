@@ -85,6 +85,22 @@ class HeadlessWindow {
   HeadlessWindow* focus_inside_ = nullptr;  // of a top window: what in it has the keyboard
 };
 
+/// A control's window in memory, that a test can act on as a user does. `Base` is its interface.
+template <typename Base>
+class HeadlessControl : public Base, public HeadlessWindow {
+ public:
+  using HeadlessWindow::HeadlessWindow;
+  void SetText(std::string_view text) override { PutText(text); }
+  void SetBounds(const Rect& bounds) override { PutBounds(bounds); }
+  void SetVisible(bool visible) override { PutVisible(visible); }
+  void SetToolTip(std::string_view text) override { PutTip(text); }
+  void Invalidate(const Rect&) override { CountInvalidation(); }
+  void SetTabStop(bool on) override { PutTabStop(on); }
+  void SetFocus() override { PutFocus(); }
+  void TellChanged(AccessibleChange change) override { PutChange(change); }
+  void SetContainer(Widget& container) override { PutContainer(dynamic_cast<HeadlessWindow&>(container)); }
+};
+
 class HeadlessTopWindow : public TopWindow, public HeadlessWindow {
  public:
   HeadlessTopWindow(HeadlessDesktop& desktop, TopWindowClient& client, Size size, WindowLook look);

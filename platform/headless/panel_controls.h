@@ -11,24 +11,6 @@
 
 namespace orvane {
 
-/// A panel's control in memory: a window that a test can act on as a user does. `Base` is its interface.
-template <typename Base>
-class HeadlessPanelControl : public Base, public HeadlessWindow {
- public:
-  HeadlessPanelControl(WidgetClient& frame_client, HeadlessWindow& container, const Rect& bounds)
-      : HeadlessWindow(frame_client, &container, bounds) {}
-
-  void SetText(std::string_view text) override { PutText(text); }
-  void SetBounds(const Rect& bounds) override { PutBounds(bounds); }
-  void SetVisible(bool visible) override { PutVisible(visible); }
-  void SetToolTip(std::string_view text) override { PutTip(text); }
-  void Invalidate(const Rect&) override { CountInvalidation(); }
-  void SetTabStop(bool on) override { PutTabStop(on); }
-  void SetFocus() override { PutFocus(); }
-  void TellChanged(AccessibleChange change) override { PutChange(change); }
-  void SetContainer(Widget& container) override { PutContainer(dynamic_cast<HeadlessWindow&>(container)); }
-};
-
 /// For controls that neither paint nor hear of the pointer through a WidgetClient.
 struct NoWidgetClient : WidgetClient {
   void OnPaint(Canvas&) override {}
@@ -37,13 +19,13 @@ struct NoWidgetClient : WidgetClient {
   void OnFocus(bool) override {}
 };
 
-using HeadlessFrame = HeadlessPanelControl<Widget>;
+using HeadlessFrame = HeadlessControl<Widget>;
 
-class HeadlessButton : public HeadlessPanelControl<Widget> {
+class HeadlessButton : public HeadlessControl<Widget> {
  public:
   HeadlessButton(NoWidgetClient& none, HeadlessWindow& container, PanelControlClient& client,
                  const Rect& bounds)
-      : HeadlessPanelControl(none, container, bounds), client_(client) {}
+      : HeadlessControl(none, &container, bounds), client_(client) {}
   Accessible Describe() const override { return client_.Describe(); }
   void Push() { client_.OnChange(); }
 
@@ -51,11 +33,11 @@ class HeadlessButton : public HeadlessPanelControl<Widget> {
   PanelControlClient& client_;
 };
 
-class HeadlessList : public HeadlessPanelControl<ListWidget> {
+class HeadlessList : public HeadlessControl<ListWidget> {
  public:
   HeadlessList(NoWidgetClient& none, HeadlessWindow& container, PanelControlClient& client,
                const Rect& bounds)
-      : HeadlessPanelControl(none, container, bounds), client_(client) {}
+      : HeadlessControl(none, &container, bounds), client_(client) {}
   Accessible Describe() const override { return client_.Describe(); }
   void SetItems(const std::vector<std::string>& items) override {
     items_ = items;
@@ -76,11 +58,11 @@ class HeadlessList : public HeadlessPanelControl<ListWidget> {
   int selected_ = -1;
 };
 
-class HeadlessCheckBox : public HeadlessPanelControl<CheckWidget> {
+class HeadlessCheckBox : public HeadlessControl<CheckWidget> {
  public:
   HeadlessCheckBox(NoWidgetClient& none, HeadlessWindow& container, PanelControlClient& client,
                    const Rect& bounds)
-      : HeadlessPanelControl(none, container, bounds), client_(client) {}
+      : HeadlessControl(none, &container, bounds), client_(client) {}
   Accessible Describe() const override { return client_.Describe(); }
   void SetChecked(bool on) override { checked_ = on; }
   bool Checked() const override { return checked_; }
@@ -94,11 +76,11 @@ class HeadlessCheckBox : public HeadlessPanelControl<CheckWidget> {
   bool checked_ = false;
 };
 
-class HeadlessTextBox : public HeadlessPanelControl<TextWidget> {
+class HeadlessTextBox : public HeadlessControl<TextWidget> {
  public:
   HeadlessTextBox(NoWidgetClient& none, HeadlessWindow& container, PanelControlClient& client,
                   const Rect& bounds)
-      : HeadlessPanelControl(none, container, bounds), client_(client) {}
+      : HeadlessControl(none, &container, bounds), client_(client) {}
   Accessible Describe() const override { return client_.Describe(); }
   std::string Text() const override { return HeadlessWindow::Text(); }
   /// Key by key, at the end of the text.
@@ -124,11 +106,11 @@ class HeadlessTextBox : public HeadlessPanelControl<TextWidget> {
   PanelControlClient& client_;
 };
 
-class HeadlessScrollBar : public HeadlessPanelControl<ScrollWidget> {
+class HeadlessScrollBar : public HeadlessControl<ScrollWidget> {
  public:
   HeadlessScrollBar(NoWidgetClient& none, HeadlessWindow& container, PanelControlClient& client,
                     const Rect& bounds)
-      : HeadlessPanelControl(none, container, bounds), client_(client) {}
+      : HeadlessControl(none, &container, bounds), client_(client) {}
   Accessible Describe() const override { return client_.Describe(); }
   void SetRange(int least, int most) override {
     least_ = least;
@@ -154,7 +136,7 @@ class HeadlessPanels : public PanelControls {
  public:
   std::unique_ptr<Widget> CreateFrame(Widget& container, WidgetClient& client, const Rect& bounds,
                                       std::string_view caption, FrameKind kind) override {
-    auto frame = std::make_unique<HeadlessFrame>(client, Window(container), bounds);
+    auto frame = std::make_unique<HeadlessFrame>(client, &Window(container), bounds);
     frame->SetText(caption);
     frame->SetVisible(kind != FrameKind::kPanel);
     return frame;
@@ -165,7 +147,7 @@ class HeadlessPanels : public PanelControls {
   }
   std::unique_ptr<Widget> CreateLabel(Widget& container, const Rect& bounds,
                                       std::string_view caption) override {
-    auto label = std::make_unique<HeadlessPanelControl<Widget>>(none_, Window(container), bounds);
+    auto label = std::make_unique<HeadlessFrame>(none_, &Window(container), bounds);
     label->SetText(caption);
     return label;
   }
