@@ -22,9 +22,8 @@ void Views::Show(bool full) {
 // Only what the two views show at different places or not at all; everything else keeps its design position.
 void Views::LayOut(bool full) {
   const layout::ViewTops& tops = full ? layout::kFullTops : layout::kShortTops;
+  ShowMessage(full ? 0 : 1);
   controls_.imgLogo->SetVisible(full);
-  controls_.lblMessage[0]->SetVisible(full);
-  controls_.lblMessage[1]->SetVisible(!full);
   meter_.pbxModePanel->SetVisible(full);
   meter_.cmdResetAlarms->SetVisible(full);
   meter_.shpResetAlarm->SetVisible(full);
@@ -40,6 +39,15 @@ void Views::LayOut(bool full) {
   meter_.shpPowerAlarm->SetTop(tops.alarm_lamps);
   MoveReflectedBar(full);
   dip_.Apply(full);
+}
+
+// The keyboard stays on the message. It is changed first: from a logo that goes, the keyboard comes to it.
+void Views::ShowMessage(std::size_t view) {
+  Label& shown = *controls_.lblMessage[view];
+  Label& hidden = *controls_.lblMessage[1 - view];
+  shown.SetVisible(true);
+  if (hidden.Focused()) shown.SetFocus();
+  hidden.SetVisible(false);
 }
 
 // The short view shows both bars in the forward bar's frame, one above the other.

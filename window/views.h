@@ -6,6 +6,7 @@
 #include "window/face_builder.h"
 #include "window/face_images.h"
 
+#include <cstddef>
 #include <cstdint>
 
 namespace orvane {
@@ -26,6 +27,7 @@ class Views {
  private:
   void Show(bool full);
   void LayOut(bool full);
+  void ShowMessage(std::size_t view);
   void MoveReflectedBar(bool full);
 
   Form& form_;

@@ -60,6 +60,15 @@ TEST_F(AccessibilityTest, TheTabKeyWalksAllThatIsReadOrPressedInReadingOrder) {
                                                 "VSWR Dip Mode Fast Display Update", "Reset Alarms"})));
 }
 
+// Each view has a message label of its own, which is no other thing to whom it is told.
+TEST_F(AccessibilityTest, TheKeyboardStaysOnTheMessageWhenTheViewChanges) {
+  speech.Of("Message").TakeFocus();
+  for (const char* view : {"short", "full"}) {
+    face.Main().Press(Key::kF4);
+    EXPECT_EQ(face.Main().FocusInside(), &speech.Of("Message")) << view;
+  }
+}
+
 TEST_F(AccessibilityTest, ControlsSayWhatTheyAreAndWhatTheyShow) {
   struct Row {
     double forward, reflected;
