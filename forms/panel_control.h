@@ -22,6 +22,8 @@ class PanelControl : public Control, protected PanelControlClient {
   void SetFocus() { widget_->SetFocus(); }
   /// What a screen reader calls it, where no caption of its own says so; at first the caption of its group.
   void SetSpokenName(std::string_view name) { spoken_name_ = name; }
+  /// What stands beside it, at which the Tab key does not stop; told before the tool tip.
+  void SetSpokenNote(std::string_view note) { spoken_note_ = note; }
 
  protected:
   explicit PanelControl(const Rect& bounds, std::string_view spoken_name = {})
@@ -32,7 +34,9 @@ class PanelControl : public Control, protected PanelControlClient {
     what.role = role;
     what.name = spoken_name_;
     what.value = std::move(value);
-    what.description = tool_tip_;
+    what.description = spoken_note_;
+    if (!spoken_note_.empty() && !tool_tip_.empty()) what.description += "\n";
+    what.description += tool_tip_;
     return what;
   }
   void Adopt(Widget& widget) { widget_ = &widget; }
@@ -50,6 +54,7 @@ class PanelControl : public Control, protected PanelControlClient {
   Widget* widget_ = nullptr;
   std::string tool_tip_;
   std::string spoken_name_;
+  std::string spoken_note_;
 };
 
 /// A push button; "&" in its caption marks its mnemonic.

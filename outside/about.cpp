@@ -44,6 +44,12 @@ About::About(Platform& platform, Launches& launches)
     Try(launches.ShowSystemInfo(), "System Info could not be started.");
   };
   cmdClose.Click = [this] { Close(); };
+  // The Tab key passes by its lines.
+  form.Describing = [this](Accessible& what) {
+    what.role = Role::kDialog;
+    for (const PanelLabel* line : {&lblAppInfo, &lblVersion, &lblPath, &lblCopyright})
+      what.description += (what.description.empty() ? "" : "\n") + line->Caption();
+  };
   form.CloseRequested = [this] { Close(); };
   form.KeyDown = [this](Key key) {
     if (key != Key::kEscape && key != Key::kEnter) return false;

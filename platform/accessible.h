@@ -15,6 +15,7 @@ enum class Role {
   kLink,
   kAlert,    ///< is read aloud when it changes
   kGroup,    ///< holds others
+  kDialog,   ///< a box of its own; its description is read aloud when it opens
   kLabel,    ///< a text that belongs to something else
   kPicture,  ///< decoration
   kList,

@@ -58,6 +58,18 @@ def wine_env(prefix, display=None):
     return env
 
 
+# A high-contrast theme: white and coloured on black, and no pictures for the system's controls.
+HIGH_CONTRAST = (
+    *(("Control Panel\\Colors", name, color) for color, names in {
+        "0 0 0": "AppWorkspace Background ButtonFace InactiveTitleText InfoWindow Menu MenuBar Scrollbar Window",
+        "255 255 255": "ActiveBorder ButtonDkShadow ButtonHilight ButtonLight ButtonShadow ButtonText HilightText "
+                       "InactiveBorder MenuText TitleText WindowFrame WindowText",
+        "255 255 0": "InfoText HotTrackingColor", "0 255 0": "GrayText InactiveTitle",
+        "128 0 128": "ActiveTitle Hilight MenuHilight"}.items() for name in names.split()),
+    (r"Software\Microsoft\Windows\CurrentVersion\ThemeManager", "ThemeActive", "0"),
+)
+
+
 # --- the registry, as the text files that Wine reads when a prefix starts -------------------------------------
 
 
@@ -153,9 +165,10 @@ def _copy_template(prefix):
     shutil.copytree(TEMPLATE / "drive_c/users", prefix / "drive_c/users", symlinks=True)
 
 
-def make_prefix(prefix, ports=None, dpi=96):
+def make_prefix(prefix, ports=None, dpi=96, registry=()):
     """Makes or renews a prefix: ports maps names like COM2 to the path of a terminal (which may appear later,
-    and may be a link that changes); dpi is what the system reports as its resolution.
+    and may be a link that changes); dpi is what the system reports as its resolution; registry are further values
+    (key, name, value) of the user.
 
     The ports are named in the registry, because a bare link in dosdevices opens but is not listed."""
     prepare_template()
@@ -167,15 +180,17 @@ def make_prefix(prefix, ports=None, dpi=96):
     for name, path in (ports or {}).items():
         set_registry_value(prefix / "system.reg", r"Software\Wine\Ports", name, str(path))
     set_registry_value(prefix / "user.reg", r"Control Panel\Desktop", "LogPixels", dpi)
+    for key, name, value in registry:
+        set_registry_value(prefix / "user.reg", key, name, value)
 
 
 class Prefix:
     """A throw-away prefix below build/wine; close() ends all that runs in it and removes it."""
 
-    def __init__(self, ports=None, dpi=96, display=None):
+    def __init__(self, ports=None, dpi=96, display=None, registry=()):
         WINE_DIR.mkdir(parents=True, exist_ok=True)
         self.path = pathlib.Path(tempfile.mkdtemp(prefix="prefix-", dir=WINE_DIR))
-        make_prefix(self.path, ports, dpi)
+        make_prefix(self.path, ports, dpi, registry)
         # Debian's server keeps its socket and lock in a folder below TMPDIR, which the file "wineserver" names; in it
         # they are told apart by the prefix's inode number. Copied from the template that file would put all prefixes
         # into one folder, and the next prefix gets the inode number of one that was just removed.

@@ -37,7 +37,10 @@ class ProgramSettingsPanel {
   /// Devices came or went: lists the ports anew, with the same one selected.
   void RefreshPorts();
   /// What becomes of the readings, in a few words.
-  void ShowClientState(std::string_view text) { lblClientState.SetCaption(text); }
+  void ShowClientState(std::string_view text) {
+    lblClientState.SetCaption(text);
+    txtClient.SetSpokenNote(text);
+  }
   /// Shows the panel with the keyboard in it.
   void Show();
   void Close();

@@ -32,6 +32,8 @@ SystemRole SystemRoleOf(Role role) {
       return {ROLE_SYSTEM_ALERT, STATE_SYSTEM_READONLY};
     case Role::kGroup:
       return {ROLE_SYSTEM_GROUPING, 0};
+    case Role::kDialog:
+      return {ROLE_SYSTEM_DIALOG, 0};
     case Role::kLabel:
       return {ROLE_SYSTEM_STATICTEXT, STATE_SYSTEM_READONLY};
     case Role::kPicture:

@@ -38,7 +38,7 @@ std::string Escaped(std::wstring_view text) {
 }
 
 std::string RoleName(LONG role) {
-  constexpr std::array<std::pair<LONG, const char*>, 14> kNames{{{ROLE_SYSTEM_CLIENT, "client"},
+  constexpr std::array<std::pair<LONG, const char*>, 15> kNames{{{ROLE_SYSTEM_CLIENT, "client"},
                                                                  {ROLE_SYSTEM_TEXT, "text"},
                                                                  {ROLE_SYSTEM_PROGRESSBAR, "bar"},
                                                                  {ROLE_SYSTEM_PUSHBUTTON, "button"},
@@ -47,6 +47,7 @@ std::string RoleName(LONG role) {
                                                                  {ROLE_SYSTEM_LINK, "link"},
                                                                  {ROLE_SYSTEM_ALERT, "alert"},
                                                                  {ROLE_SYSTEM_GROUPING, "group"},
+                                                                 {ROLE_SYSTEM_DIALOG, "dialog"},
                                                                  {ROLE_SYSTEM_STATICTEXT, "label"},
                                                                  {ROLE_SYSTEM_GRAPHIC, "picture"},
                                                                  {ROLE_SYSTEM_COMBOBOX, "list"},

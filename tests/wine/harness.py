@@ -304,6 +304,11 @@ class Screen:
         at = (y * self.width + x) * 3
         return tuple(self._rgb[at:at + 3])
 
+    def colors(self, rect):
+        """How many pixels of a rectangle (left, top, right, bottom) have which colour."""
+        left, top, right, bottom = rect
+        return collections.Counter(self.pixel(x, y) for y in range(top, bottom) for x in range(left, right))
+
     def count(self, rect, color):
         """How many pixels of a rectangle (left, top, right, bottom) have exactly this colour."""
         left, top, right, bottom = rect
@@ -318,12 +323,12 @@ class Screen:
 class Desktop:
     """A virtual display with one Wine prefix, an inspector in it, and mouse and keyboard."""
 
-    def __init__(self, link, dpi=96):
+    def __init__(self, link, dpi=96, registry=()):
         self.dpi = dpi
         with contextlib.ExitStack() as undo:
             self.display = wine_lab.VirtualDisplay()
             undo.callback(self.display.close)
-            self.prefix = wine_lab.Prefix(ports={PORT: link}, dpi=dpi, display=self.display.name)
+            self.prefix = wine_lab.Prefix({PORT: link}, dpi, self.display.name, registry)
             undo.callback(self.prefix.close)
             if "ORVANE_WINEDEBUG" not in os.environ:
                 self.prefix.env["WINEDEBUG"] = "-all,warn+debugstr"  # what programs tell their debugger
@@ -643,9 +648,11 @@ class Program:
 
 
 class OrvaneTest(unittest.TestCase):
-    """Base of the end-to-end tests. A class may set dpi (what the system reports) and scenario (the meter's)."""
+    """Base of the end-to-end tests. A class may set dpi (what the system reports), registry (further values of the
+    user) and scenario (the meter's)."""
 
     dpi = 96
+    registry = ()
     scenario = None
 
     @classmethod
@@ -653,7 +660,7 @@ class OrvaneTest(unittest.TestCase):
         cls._folder = pathlib.Path(tempfile.mkdtemp(prefix="orvane-test-"))
         cls.addClassCleanup(shutil.rmtree, cls._folder, ignore_errors=True)
         cls.link = cls._folder / "meter"
-        cls.desktop = Desktop(cls.link, cls.dpi)
+        cls.desktop = Desktop(cls.link, cls.dpi, cls.registry)
         cls.addClassCleanup(cls.desktop.close)
 
     wait_until = staticmethod(wait_until)
