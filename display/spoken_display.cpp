@@ -66,18 +66,26 @@ void SpokenDisplay::ConnectReadouts() {
   };
   OVDigitBox& forward = *controls_.forward.dbxPower;
   Speak(forward, Role::kText, "Forward power",
-        [&forward, alarm] { return Watts(forward.digitdisplay(), kNoReading) + alarm(forward, ", alarm"); });
+        [this, &forward, alarm] { return WattsText(forward) + alarm(forward, ", alarm"); });
   OVDigitBox& reflected = *controls_.reflected.dbxPower;
-  Speak(reflected, Role::kText, "Reflected power",
-        [&reflected] { return Watts(reflected.digitdisplay(), kNoReading); });
+  Speak(reflected, Role::kText, "Reflected power", [this, &reflected] { return WattsText(reflected); });
   OVDigitBox& ratio = *controls_.dbxVSWR;
   Speak(ratio, Role::kText, "VSWR", [this, &ratio, alarm] { return VSWRText() + alarm(ratio, ", high"); });
+}
+
+// The zeros that stand before the first packet are none.
+bool SpokenDisplay::HasReading() const {
+  return meter_.ReadingsLive && meter_.ReadingsSeen;
+}
+
+std::string SpokenDisplay::WattsText(const OVDigitBox& readout) const {
+  return Watts(HasReading() ? readout.digitdisplay() : std::string(), kNoReading);
 }
 
 // An empty readout has three reasons, and a listener cannot see which by the others.
 std::string SpokenDisplay::VSWRText() const {
   const std::string& digits = controls_.dbxVSWR->digitdisplay();
-  if (!meter_.ReadingsLive) return std::string(kNoReading);
+  if (!HasReading()) return std::string(kNoReading);
   if (digits.find_first_of("123456789") != std::string::npos) return digits;
   return meter_.ForwardPower > 0 ? std::string("1.00") : std::string(kNoPower);
 }
@@ -112,17 +120,17 @@ bool SpokenDisplay::ReflectedInForwardFrame() const {
 
 std::string SpokenDisplay::ForwardBarText() const {
   if (mode_.Dip()) return "off in dip mode";
-  if (!meter_.ReadingsLive) return std::string(kNoReading);
+  if (!HasReading()) return std::string(kNoReading);
   return OfScale(std::max<int>(display_.NetForward(), 0), controls_.forward.lblScale[2]->Caption());
 }
 
 std::string SpokenDisplay::ReflectedBarText() const {
-  if (!meter_.ReadingsLive) return std::string(kNoReading);
+  if (!HasReading()) return std::string(kNoReading);
   return OfScale(std::max<int>(display_.Reflected(), 0), controls_.reflected.lblScale[2]->Caption());
 }
 
 std::string SpokenDisplay::DipBarText() const {
-  if (!meter_.ReadingsLive) return std::string(kNoReading);
+  if (!HasReading()) return std::string(kNoReading);
   if (meter_.ForwardPower - meter_.ReflectedPower < 1) return std::string(kNoPower);
   const std::string& full_scale = controls_.reflected.lblScale[2]->Caption();
   return kVSWRFormat.Write(static_cast<double>(meter_.VSWR)) + " of " + full_scale;

@@ -28,6 +28,8 @@ class SpokenDisplay {
   void ConnectReadouts();
   void ConnectBars();
   void ConnectAlarms(const ActivityLights& lights);
+  bool HasReading() const;
+  std::string WattsText(const OVDigitBox& readout) const;
   std::string VSWRText() const;
   std::string ForwardBarText() const;
   std::string ReflectedBarText() const;

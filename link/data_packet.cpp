@@ -56,6 +56,7 @@ bool ProcessDataPacket(std::string_view packet, MeterState& state) {
   Fields fields;
   if (!SplitFields(line, fields)) return false;
   state.ReadingsLive = true;
+  state.ReadingsSeen = true;
   Attempt([&] { state.ForwardPower = WattsOf(fields[1]).value_or(state.ForwardPower); });
   Attempt([&] { state.ReflectedPower = WattsOf(fields[2]).value_or(state.ReflectedPower); });
   Attempt([&] { state.VSWR = VSWROf(fields[3]).value_or(state.VSWR); });

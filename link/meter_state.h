@@ -38,6 +38,7 @@ struct MeterState {
   /// False from the moment on at which the readings below were dropped, until the next packet. Before the
   /// first packet of all their zeros stand.
   bool ReadingsLive = true;
+  bool ReadingsSeen = false;        ///< a packet came, in this run of the program
   std::int32_t ForwardPower = 0;    ///< watts
   std::int32_t ReflectedPower = 0;  ///< watts
   float VSWR = 0.0F;

@@ -7,11 +7,13 @@ namespace orvane {
 namespace {
 
 constexpr int kLookAgainMs = 1000;
+constexpr std::string_view kPortLost = "Port lost";
+constexpr std::string_view kNoData = "No data";
 
 // That there is no meter yet is shown by the search, and asked about in a box.
 std::string_view LinkWords(const MeterState& meter, const LinkFlags& link) {
-  if (link.PortGone) return "Port lost";
-  if (link.DataFlowWanted && !meter.ReadingsLive) return "No data";
+  if (link.PortGone) return kPortLost;
+  if (link.DataFlowWanted && !meter.ReadingsLive) return kNoData;
   return link.MeterFound && meter.ReadingsLive ? "Meter found" : std::string_view{};
 }
 
@@ -24,7 +26,9 @@ Announcer::Announcer(WindowSystem& windows, Clock& clock, Label& voice)
 }
 
 void Announcer::Update(const MeterState& meter, const LinkFlags& link) {
-  Want(kLink, LinkWords(meter, link));
+  const std::string_view words = LinkWords(meter, link);
+  // A port that is back is no news before the meter is: its first packet follows.
+  if (words != kNoData || topics_[kLink].wanted != kPortLost) Want(kLink, words);
   Alarm(kSWRAlarm, meter.ReadingsLive, meter.SWRAlarm == kTrue, "SWR alarm on", "SWR alarm off");
   Alarm(kPowerAlarm, meter.ReadingsLive, meter.PwrAlarm == kTrue, "Power alarm on", "Power alarm off");
   if (!changed_) return;
