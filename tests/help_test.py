@@ -98,8 +98,12 @@ class HelpPage(unittest.TestCase):
             self.assertGreater(len(picture.get("alt", "")), 40)
             kind, data = picture.get("src").split(",", 1)
             self.assertEqual(kind, "data:image/png;base64")
-            size = struct.unpack(">II", base64.b64decode(data, validate=True)[16:24])
+            data = base64.b64decode(data, validate=True)
+            size = struct.unpack(">II", data[16:24])
             self.assertEqual(size, (int(picture.get("width")), int(picture.get("height"))))
+            name = {260: "full-view", 124: "short-view"}[size[1]]
+            self.assertEqual(data, (ROOT / "docs" / "images" / f"{name}.png").read_bytes(),
+                             "scripts/screenshots --documents takes both from the program")
 
     def test_stands_alone(self):
         addresses = (ROOT / "outside/addresses.h").read_text(encoding="ascii")

@@ -90,11 +90,7 @@ LRESULT PanelFrame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     }
     case WM_SETFOCUS: {
       const HWND first = ::GetNextDlgTabItem(hwnd(), nullptr, FALSE);
-      if (first == nullptr) return 0;
-      ::SetFocus(first);
-      // As the Tab key does: of a text, a caret alone is hardly seen.
-      if ((::SendMessageW(first, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0)
-        ::SendMessageW(first, EM_SETSEL, 0, -1);
+      if (first != nullptr) ::SetFocus(first);
       return 0;
     }
     case WM_COMMAND:
