@@ -9,10 +9,12 @@
 #include "platform/win32/serial_port.h"
 #include "platform/win32/shell.h"
 #include "platform/win32/system_info.h"
+#include "platform/win32/system_library.h"
 #include "platform/win32/window_system.h"
 #include "window/orvane.h"
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+  orvane::TakeLibrariesFromTheSystem();
   const int pixels_per_inch = orvane::DecideDpiAwareness();
   orvane::Win32Clock clock;
   orvane::EventWindow events;

@@ -1,6 +1,7 @@
 #include "platform/win32/accessible_object.h"
 
 #include "base/runtime_error.h"
+#include "platform/win32/system_library.h"
 #include "platform/win32/text.h"
 
 #include <utility>
@@ -62,7 +63,9 @@ BSTR NewText(const std::string& text) {
 AccessibleObject::AccessibleObject(HWND window, std::function<Accessible()> describe)
     : window_(window), describe_(std::move(describe)) {
   void* standard = nullptr;
-  if (SUCCEEDED(::CreateStdAccessibleObject(window, OBJID_CLIENT, __uuidof(IAccessible), &standard)))
+  const auto create = FindCall<decltype(&::CreateStdAccessibleObject)>(SystemLibrary(L"oleacc.dll"),
+                                                                       "CreateStdAccessibleObject");
+  if (create != nullptr && SUCCEEDED(create(window, OBJID_CLIENT, __uuidof(IAccessible), &standard)))
     standard_ = static_cast<IAccessible*>(standard);
 }
 

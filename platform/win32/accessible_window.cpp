@@ -1,6 +1,7 @@
 #include "platform/win32/accessible_window.h"
 
 #include "platform/win32/accessible_object.h"
+#include "platform/win32/system_library.h"
 
 namespace orvane {
 namespace {
@@ -33,7 +34,10 @@ std::optional<LRESULT> AccessibleWindow::Answer(HWND window, WPARAM wparam, LPAR
     if (describe_() == Accessible{}) return std::nullopt;
     object_ = std::make_shared<AccessibleObject>(window, describe_);
   }
-  return ::LresultFromObject(__uuidof(IAccessible), wparam, object_.get());
+  const auto result_of =
+      FindCall<decltype(&::LresultFromObject)>(SystemLibrary(L"oleacc.dll"), "LresultFromObject");
+  if (result_of == nullptr) return std::nullopt;
+  return result_of(__uuidof(IAccessible), wparam, object_.get());
 }
 
 void AccessibleWindow::Tell(HWND window, AccessibleChange change) {

@@ -1,6 +1,6 @@
 #include "platform/win32/dpi.h"
 
-#include "platform/win32/late_call.h"
+#include "platform/win32/system_library.h"
 #include "platform/win32/windows_api.h"
 
 namespace orvane {

@@ -43,9 +43,13 @@ ComPtr<IWICBitmapSource> OpenPicture(IWICImagingFactory& factory, const std::str
   IWICBitmapFrameDecode* frame = nullptr;
   Require(decoder->GetFrame(0, &frame), path);
   const ComPtr<IWICBitmapFrameDecode> frame_owner(frame);
-  IWICBitmapSource* converted = nullptr;
-  Require(::WICConvertBitmapSource(GUID_WICPixelFormat32bppBGRA, frame, &converted), path);
-  return ComPtr<IWICBitmapSource>(converted);
+  IWICFormatConverter* converter = nullptr;
+  Require(factory.CreateFormatConverter(&converter), path);
+  ComPtr<IWICBitmapSource> converted(converter);
+  Require(converter->Initialize(frame, GUID_WICPixelFormat32bppBGRA, WICBitmapDitherTypeNone, nullptr, 0,
+                                WICBitmapPaletteTypeCustom),
+          path);
+  return converted;
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #include "platform/win32/system_events.h"
 
 #include "base/runtime_error.h"
-#include "platform/win32/late_call.h"
+#include "platform/win32/system_library.h"
 
 #include <cwchar>
 #include <dbt.h>

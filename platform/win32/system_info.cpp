@@ -1,6 +1,7 @@
 #include "platform/win32/system_info.h"
 
 #include "platform/win32/files.h"
+#include "platform/win32/system_library.h"
 #include "platform/win32/text.h"
 #include "platform/win32/windows_api.h"
 
@@ -15,10 +16,15 @@ namespace {
 class VersionResource {
  public:
   explicit VersionResource(const std::wstring& path) {
+    const HMODULE library = SystemLibrary(L"version.dll");
+    const auto size_of = FindCall<decltype(&::GetFileVersionInfoSizeW)>(library, "GetFileVersionInfoSizeW");
+    const auto read = FindCall<decltype(&::GetFileVersionInfoW)>(library, "GetFileVersionInfoW");
+    query_ = FindCall<decltype(&::VerQueryValueW)>(library, "VerQueryValueW");
+    if (size_of == nullptr || read == nullptr || query_ == nullptr) return;
     DWORD unused = 0;
-    bytes_.resize(::GetFileVersionInfoSizeW(path.c_str(), &unused));
+    bytes_.resize(size_of(path.c_str(), &unused));
     const auto size = static_cast<DWORD>(bytes_.size());
-    if (size == 0 || !::GetFileVersionInfoW(path.c_str(), 0, size, bytes_.data())) bytes_.clear();
+    if (size == 0 || !read(path.c_str(), 0, size, bytes_.data())) bytes_.clear();
   }
 
   /// A record of fixed size; null when it is not there or too short for one.
@@ -37,11 +43,12 @@ class VersionResource {
   std::pair<const void*, UINT> Query(const wchar_t* name) const {
     void* value = nullptr;
     UINT length = 0;
-    if (bytes_.empty() || !::VerQueryValueW(bytes_.data(), name, &value, &length)) return {nullptr, 0};
+    if (bytes_.empty() || !query_(bytes_.data(), name, &value, &length)) return {nullptr, 0};
     return {value, length};
   }
 
   std::vector<std::byte> bytes_;
+  decltype(&::VerQueryValueW) query_ = nullptr;
 };
 
 struct Translation {
