@@ -142,6 +142,22 @@ TEST(RxBuffer, GivesUpWhatWasRead) {
   }
 }
 
+TEST(RxBuffer, HoursOfNoiseDoNotFillTheMemory) {
+  RxBuffer buffer;
+  std::string line;
+  const std::string piece(1 << 16, 'x');
+  for (int i = 0; i < 600; ++i) {
+    buffer.Tail() += piece;
+    ASSERT_FALSE(buffer.CutLine(line));
+    ASSERT_LE(buffer.Size(), RxBuffer::kLongestLine);
+  }
+  buffer.Tail() += "the end\nR1\n";
+  ASSERT_TRUE(buffer.CutLine(line));
+  EXPECT_EQ(line.substr(line.size() - 10), "xxthe end\n");
+  ASSERT_TRUE(buffer.CutLine(line));
+  EXPECT_EQ(line, "R1\n");
+}
+
 TEST(RxBuffer, CutsLinesInOrder) {
   RxBuffer buffer;
   std::string line = "untouched";
