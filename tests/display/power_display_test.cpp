@@ -31,6 +31,8 @@ TEST_F(DisplayTest, BarHasNoGapsWhateverTheWayOfTheReadings) {
                                       {3, 3},    {80, 20}, {0, 0},  {1, 0}, {99, 24}};
   Line(25, 25);
   EXPECT_EQ(RefLit(), 51) << "all that goes out comes back";
+  Line(-25, 25);
+  EXPECT_EQ(RefLit(), 0) << "no power in all";
   for (const auto& [forward, reflected] : ways) {
     Line(forward, reflected);
     EXPECT_EQ(Bar(controls.forward).find('.'), std::string::npos) << forward;
@@ -64,6 +66,18 @@ TEST_F(DisplayTest, AValueSeenAgainDoesNotProlongTheHoldButIsItsHighest) {
   time.Block(mode.HoldTime / 2);
   Line(20, 0);
   EXPECT_EQ(Fwd(), "100");
+}
+
+TEST_F(DisplayTest, EveryModeHoldsFromItsFirstMomentOn) {
+  for (std::int16_t index = 0; index < kDipMode; ++index) {
+    mode.Choose(index);
+    time.Block(kLongestHold + 1);
+    Line(1, 0);
+    time.Block(kLongestHold + 1);
+    Line(1, 0);
+    Line(0, 0);
+    EXPECT_EQ(Fwd(), "1") << index;
+  }
 }
 
 TEST_F(DisplayTest, ReflectedPowerAndVSWRAreHeldAsWell) {
@@ -100,6 +114,10 @@ TEST_F(DisplayTest, AfterAResetTheFirstReadingShows) {
               EXPECT_EQ(display.Reflected(), 0);
             }),
             "70 30 3.50");
+  display.ResetPowerDisplay();
+  time.Block(1);
+  Line(0, 0);
+  EXPECT_EQ(Fwd(), "0") << "also no power at all";
 }
 
 // Counts how often arrivals are let in.
@@ -228,6 +246,8 @@ TEST_F(DisplayTest, DipModeDrawsVSWROnTheReflectedBar) {
   time.Block(mode.HoldTime + 1);
   Line(0, 0, 5.0F);
   EXPECT_EQ(RefLit(), 0) << "no power";
+  Line(1, 0, 5.0F);
+  EXPECT_EQ(Fwd(), "1") << "the least power";
   EXPECT_THROW(Line(40000, 0), RuntimeError);
   EXPECT_THROW(Line(1, -40000), RuntimeError);
 }

@@ -90,14 +90,19 @@ TEST(DataPacket, Frames) {
   }
 }
 
-TEST(DataPacket, MakesReadingsLiveAgainOnlyWhenItIsGood) {
-  for (const bool good : {true, false}) {
+TEST(DataPacket, OnlyAGoodOneMakesReadingsLiveAgain) {
+  const std::string good = Line("D,100,4,1.50,0;1");
+  std::string hit = good;
+  hit[5] = '7';
+  std::string without_etx = good;
+  std::erase(without_etx, '\x03');  // it does not count for the digits
+  const std::pair<std::string, bool> rows[] = {
+      {good, true}, {hit, false}, {without_etx, false}, {Line("D,100,4,1.50"), false}};
+  for (const auto& [packet, taken] : rows) {
     MeterState state;
     state.ReadingsLive = false;
-    std::string packet = Line("D,100,4,1.50,0;1");
-    if (!good) packet[5] = '7';
-    EXPECT_EQ(ProcessDataPacket(packet, state), good);
-    EXPECT_EQ(state.ReadingsLive, good);
+    EXPECT_EQ(ProcessDataPacket(packet, state), taken) << packet;
+    EXPECT_EQ(state.ReadingsLive, taken) << packet;
   }
 }
 

@@ -82,6 +82,9 @@ TEST_F(Classifier, NoMessageAtAllIsNoReply) {
   classifier.ProcessMessage("");
   EXPECT_EQ(state.ParamV, 3);
   EXPECT_EQ(flags.Replies, 1U);
+  classifier.ProcessMessage(Line("D,50,1,1.20,0;0"));
+  classifier.ProcessMessage(Line("D,50,1"));
+  EXPECT_EQ(flags.Readings, 1U) << "one of the two can be read";
 }
 
 TEST_F(Classifier, AFaultyHandlerIsLeftAndTheNextLineGoesOn) {

@@ -96,6 +96,13 @@ class Resync : public ReceiverTest {
   }
 };
 
+TEST_F(Resync, ALostPortHasNoMeter) {
+  port.Lose();
+  time.DeliverPending();
+  EXPECT_TRUE(link.Flags().PortGone);
+  EXPECT_FALSE(link.Flags().MeterFound);
+}
+
 TEST_F(Resync, ABurstOfFramingErrorsSearchesOnce) {
   for (int i = 0; i < 20; ++i)
     FeedEvent(CommEvent::kFrame);
@@ -124,6 +131,10 @@ TEST_F(Resync, ABurstOfFramingErrorsSearchesOnce) {
 TEST(RxBuffer, GivesUpWhatWasRead) {
   constexpr std::size_t kLineBytes = 64;
   RxBuffer buffer;
+  std::string first;
+  buffer.Tail() = "short\n";
+  EXPECT_TRUE(buffer.CutLine(first));
+  EXPECT_EQ(buffer.Tail(), "") << "all of it is read";
   for (int i = 0; i < 4096; ++i)
     buffer.Tail() += std::string(kLineBytes - 1, 'x') + "\n";
   std::string line;
