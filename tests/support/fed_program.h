@@ -8,6 +8,7 @@
 #include "platform/headless/shell.h"
 #include "platform/headless/system_info.h"
 #include "platform/headless/virtual_time.h"
+#include "tests/support/forwarded_port.h"
 #include "tests/support/simulated_line.h"
 #include "tests/support/temp_folder.h"
 #include "window/orvane.h"
@@ -37,9 +38,9 @@ class ForwardedClock : public Clock {
 };
 
 /// The headless line, with a second way in that costs nothing: bytes that are handed to the listener at once.
-class FedPort : public SerialPort {
+class FedPort : public ForwardedPort {
  public:
-  explicit FedPort(HeadlessSerialPort& line) : line_(line) {}
+  using ForwardedPort::ForwardedPort;
 
   /// To be called from the message loop only, as the system does.
   void Feed(std::string_view bytes) {
@@ -49,26 +50,15 @@ class FedPort : public SerialPort {
 
   void SetListener(CommListener* listener) override {
     listener_ = listener;
-    line_.SetListener(listener);
+    ForwardedPort::SetListener(listener);
   }
-  void SetCommPort(int number) override { line_.SetCommPort(number); }
-  int CommPort() const override { return line_.CommPort(); }
-  void SetSettings(std::string_view settings) override { line_.SetSettings(settings); }
-  std::string Settings() const override { return line_.Settings(); }
-  void Open() override { line_.Open(); }
-  void Close() override { line_.Close(); }
-  bool PortOpen() const override { return line_.PortOpen(); }
-  bool Works() override { return line_.Works(); }
-  void DiscardOutput() override { line_.DiscardOutput(); }
-  void Write(std::string_view bytes) override { line_.Write(bytes); }
   void TakeReceived(std::string& buffer) override {
-    line_.TakeReceived(buffer);
+    ForwardedPort::TakeReceived(buffer);
     buffer += fed_;
     fed_.clear();
   }
 
  private:
-  HeadlessSerialPort& line_;
   CommListener* listener_ = nullptr;
   std::string fed_;
 };

@@ -9,6 +9,7 @@
 #include "platform/headless/shell.h"
 #include "platform/headless/system_info.h"
 #include "platform/headless/virtual_time.h"
+#include "tests/support/forwarded_port.h"
 #include "tests/support/simulated_line.h"
 #include "tests/support/temp_folder.h"
 #include "window/orvane.h"
@@ -134,6 +135,7 @@ class Program {
   TempFolder folder;
   VirtualTime time;
   HeadlessSerialPort port{time};
+  TappedPort tap{port};  ///< what the program has for its port
   HeadlessDesktop desktop{time};
   HeadlessFiles files{folder.Path()};
   HeadlessProfileStore profiles{files};
@@ -142,7 +144,7 @@ class Program {
   HeadlessClientWindows clients;
   HeadlessSystemInfo system;
   HeadlessPortList ports;
-  Platform platform{time, time, port, profiles, files, desktop, instance, shell, clients, ports, system};
+  Platform platform{time, time, tap, profiles, files, desktop, instance, shell, clients, ports, system};
   SimulatedLine line;
   std::unique_ptr<Orvane> orvane;
 
