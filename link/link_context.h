@@ -25,6 +25,7 @@ struct LinkFlags {
   std::uint32_t LastLineTick = 0;   ///< tick count of the last line that meant something
   std::uint32_t Replies = 0;        ///< lines taken in that were no readings, modulo 2^32
   std::uint32_t Readings = 0;       ///< packets that passed their check, modulo 2^32
+  std::string GoodSpeed;            ///< at which the meter was found last; empty until then
   std::string LastCommand;          ///< text of the command given to the transmitter last
   /// What WaitForAck looks for. The meter's "A" is not stored here, so that its waits take their full time:
   /// they pace the meter, which acknowledges a setting before it has carried it out.

@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "link/parameter_load.h"
 #include "link/port_setup.h"
+#include "link/readings.h"
 #include "link/scoped_true.h"
 #include "platform/wait.h"
 
@@ -35,7 +36,8 @@ void MeterSearch::FindMeter() {
   // Also when the next attempt was due already: a port that cannot be opened is not tried again each second,
   // with a box each time.
   link_.events.EnableFindMeter(false);
-  if (link_.flags.PortGone) return;  // lost meanwhile; its return is watched for
+  // A lost port's return is watched for.
+  if (link_.flags.PortGone || LostBetweenAttempts()) return;
   link_.flags.SearchAbandoned = true;
   link_.flags.PortRefused = PortNumber(link_.settings.CommPort()) != 0;
   link_.events.ShowBox("Comm Port = 0 No Port Selected. Please Select a Comm Port.", "No Port Selected");
@@ -51,8 +53,16 @@ bool MeterSearch::FindMeterQuietly(bool stream) {
   link_.flags.MeterFound = false;
   link_.state.FirmwareVersion.clear();
   Attempt([this] { TryOnce(); });
+  LostBetweenAttempts();
   stream_ = true;
   return link_.flags.MeterFound;
+}
+
+// A port that worked and does not open again was lost in the moment for which it was closed.
+bool MeterSearch::LostBetweenAttempts() {
+  if (link_.flags.GoodSpeed.empty() || link_.flags.PortGone || link_.port.PortOpen()) return false;
+  LosePort(link_);
+  return true;
 }
 
 void MeterSearch::GoOnAfterLateAnswer() {
@@ -101,6 +111,7 @@ void MeterSearch::Succeed() {
   RestoreRanges();
   if (stream_) transmitter_.SetDataFlow(true);
   link_.flags.MeterFound = true;
+  link_.flags.GoodSpeed = link_.settings.BaudRate();
   link_.flags.SearchAbandoned = false;
   link_.flags.ResyncPending = false;
   link_.flags.DataFlowWanted = stream_;
@@ -166,6 +177,7 @@ void MeterSearch::Restart() {
   link_.flags.PortGone = false;
   link_.flags.DataFlowWanted = false;
   link_.flags.FlowStopped = false;
+  link_.flags.GoodSpeed.clear();
   link_.state.FirmwareVersion.clear();
   baud_rate_index_ = 0;
   search_attempts_ = 0;

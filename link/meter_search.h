@@ -40,6 +40,7 @@ class MeterSearch {
 
  private:
   void TryOnce();
+  bool LostBetweenAttempts();
   void OpenPort();
   bool Answered() const;
   /// The running attempt has no object any more: another one was asked for, or the port is lost.

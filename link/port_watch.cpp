@@ -20,7 +20,7 @@ constexpr int kSearchesAfterReturn = 3;  // one for each speed
 void PortWatch::Tick() {
   if (busy_) return;
   const ScopedTrue guard(busy_);
-  if (!link_.flags.PortGone && link_.port.PortOpen() && !link_.port.Works()) Lose();
+  if (!link_.flags.PortGone && link_.port.PortOpen() && !link_.port.Works()) LosePort(link_);
   if (link_.flags.PortGone) {
     BringBack();
   } else {
@@ -35,20 +35,14 @@ void PortWatch::Tick() {
 
 void PortWatch::Reopen() {
   if (link_.flags.PortGone || !link_.port.PortOpen()) return;
-  Lose();
-}
-
-void PortWatch::Lose() {
-  link_.port.Close();
-  link_.flags.MeterFound = false;
-  link_.flags.PortGone = true;
-  DropReadings(link_);
-  link_.events.ShowStatus("Port Lost", StatusTone::kUrgent);
+  LosePort(link_);
 }
 
 // Telling it again and again keeps the words on the status line for as long as they are true.
 void PortWatch::BringBack() {
   if (link_.state.ReadingsLive) DropReadings(link_);
+  // The port may have gone in the middle of a search that tried other speeds.
+  if (!link_.flags.GoodSpeed.empty()) link_.settings.SetBaudRate(link_.flags.GoodSpeed);
   Attempt([this] { SetUpPort(link_); });
   if (!Attempt([this] { link_.port.Open(); }) || !link_.port.Works()) {
     link_.port.Close();

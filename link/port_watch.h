@@ -30,7 +30,6 @@ class PortWatch {
   void Reopen();
 
  private:
-  void Lose();
   void BringBack();
   void MindSilence();
   void Search();

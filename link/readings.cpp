@@ -12,4 +12,12 @@ void DropReadings(const LinkContext& link) {
   link.events.ReadingsStopped();
 }
 
+void LosePort(const LinkContext& link) {
+  link.port.Close();
+  link.flags.MeterFound = false;
+  link.flags.PortGone = true;
+  DropReadings(link);
+  link.events.ShowStatus("Port Lost", StatusTone::kUrgent);
+}
+
 }  // namespace orvane

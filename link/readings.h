@@ -10,4 +10,7 @@ namespace orvane {
 /// next.
 void DropReadings(const LinkContext& link);
 
+/// The port is gone: closes it, drops the readings and says so. PortWatch waits for its return.
+void LosePort(const LinkContext& link);
+
 }  // namespace orvane

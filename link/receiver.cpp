@@ -27,7 +27,7 @@ void Receiver::OnComm(CommEvent event) {
     case CommEvent::kDCB:
       return ShowError("DCB Error");
     case CommEvent::kLost:
-      return HandleLoss();
+      return LosePort(link_);
     case CommEvent::kCTS:
     case CommEvent::kDSR:
     case CommEvent::kCD:
@@ -65,14 +65,6 @@ void Receiver::HandleFramingError() {
   link_.state.FirmwareVersion.clear();
   link_.events.EnableFindMeter(true);
   link_.flags.ResyncPending = true;
-}
-
-void Receiver::HandleLoss() {
-  link_.port.Close();
-  link_.flags.MeterFound = false;
-  link_.flags.PortGone = true;
-  DropReadings(link_);
-  ShowError("Port Lost");
 }
 
 }  // namespace orvane

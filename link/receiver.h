@@ -25,7 +25,6 @@ class Receiver : public CommListener {
   void HandleLines();
   void ShowError(std::string_view text) { link_.events.ShowStatus(text, StatusTone::kUrgent); }
   void HandleFramingError();
-  void HandleLoss();
 
   LinkContext link_;
   MessageClassifier& classifier_;
