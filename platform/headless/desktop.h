@@ -51,6 +51,7 @@ class HeadlessWindow {
   /// What a screen reader hears when it asks, and what it was told of by itself.
   virtual Accessible Describe() const { return client_.Describe(); }
   const std::vector<AccessibleChange>& Told() const { return told_; }
+  void ForgetTold() { told_.clear(); }
   /// A screen reader presses it.
   void Act() { client_.OnAction(); }
 

@@ -76,7 +76,6 @@ class Witness {
   NaiveReader reader_;
   NaiveReading last_;
   bool live_ = true;  // the zeros from before the first packet count as readings
-  bool started_ = false;
   bool failed_ = false;
   std::uint64_t readings_ = 0;
   std::uint64_t lines_ = 0;
