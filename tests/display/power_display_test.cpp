@@ -95,7 +95,20 @@ TEST_F(DisplayTest, ReflectedPowerAndVSWRAreHeldAsWell) {
   EXPECT_EQ(Ref() + " " + Ratio(), "5 1.50");
 }
 
+TEST_F(DisplayTest, BytesAreLetInWhereTheForwardReadoutChanges) {
+  int arrived = 0;
+  const auto line = [&](int watts) {
+    time.Post(EventKind::kArrival, 0, [&] { ++arrived; });
+    Line(watts, 0);
+    return arrived;
+  };
+  EXPECT_EQ(line(100), 1);
+  EXPECT_EQ(line(90), 1) << "held";
+  EXPECT_EQ(line(110), 3);
+}
+
 TEST_F(DisplayTest, AfterAResetTheFirstReadingShows) {
+  display.ChooseReflectedRange(1);
   const auto after = [this](auto reset) {
     Line(200, 80, 3.5F);
     reset();
@@ -109,7 +122,9 @@ TEST_F(DisplayTest, AfterAResetTheFirstReadingShows) {
   EXPECT_EQ(after([&] {
               EXPECT_EQ(display.NetForward(), 120);
               EXPECT_EQ(display.Reflected(), 80);
+              EXPECT_EQ(RefLit(), 51);
               display.ResetPowerDisplay();
+              EXPECT_EQ(RefLit(), 0);
               EXPECT_EQ(display.NetForward(), 0);
               EXPECT_EQ(display.Reflected(), 0);
             }),

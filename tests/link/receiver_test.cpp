@@ -101,6 +101,7 @@ TEST_F(Resync, ALostPortHasNoMeter) {
   time.DeliverPending();
   EXPECT_TRUE(link.Flags().PortGone);
   EXPECT_FALSE(link.Flags().MeterFound);
+  EXPECT_FALSE(port.PortOpen()) << "it can be opened anew";
 }
 
 TEST_F(Resync, ABurstOfFramingErrorsSearchesOnce) {
