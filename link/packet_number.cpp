@@ -20,9 +20,10 @@ struct PlainNumber {
 constexpr std::size_t kMostWhole = 9;
 constexpr std::size_t kMostDecimals = 4;
 
-std::size_t TakeDigits(std::string_view text, std::size_t at, std::int64_t& digits) {
+// Stops at the first digit past `most`, so that all digits together fit 64 bits.
+std::size_t TakeDigits(std::string_view text, std::size_t at, std::size_t most, std::int64_t& digits) {
   const std::size_t start = at;
-  for (; at < text.size() && text[at] >= '0' && text[at] <= '9' && at - start <= kMostWhole; ++at)
+  for (; at < text.size() && text[at] >= '0' && text[at] <= '9' && at - start <= most; ++at)
     digits = digits * 10 + (text[at] - '0');
   return at - start;
 }
@@ -34,11 +35,11 @@ std::optional<PlainNumber> ReadPlain(std::string_view text) {
     number.negative = text.front() == '-';
     text.remove_prefix(1);
   }
-  const std::size_t whole = TakeDigits(text, 0, number.digits);
+  const std::size_t whole = TakeDigits(text, 0, kMostWhole, number.digits);
   if (whole == 0 || whole > kMostWhole) return std::nullopt;
   if (whole == text.size()) return number;
   if (text[whole] != '.') return std::nullopt;
-  const std::size_t decimals = TakeDigits(text, whole + 1, number.digits);
+  const std::size_t decimals = TakeDigits(text, whole + 1, kMostDecimals, number.digits);
   if (decimals == 0 || decimals > kMostDecimals || whole + 1 + decimals != text.size()) return std::nullopt;
   number.decimals = static_cast<int>(decimals);
   return number;
