@@ -16,12 +16,12 @@ class LaunchTest(harness.OrvaneTest):
         super().setUpClass()
         # A browser and mail program of ours: its caption is what it was asked to show.
         reader = f'"{harness.windows_path(CLIENT)}" --caption "%1"'
-        cls.registry("add", r"HKCR\.html", "/ve", "/d", "TestPage")
+        cls.change_registry("add", r"HKCR\.html", "/ve", "/d", "TestPage")
         for kind in ("TestPage", "https", "mailto"):
-            cls.registry("add", rf"HKCR\{kind}\shell\open\command", "/ve", "/d", reader)
+            cls.change_registry("add", rf"HKCR\{kind}\shell\open\command", "/ve", "/d", reader)
 
     @classmethod
-    def registry(cls, *words):
+    def change_registry(cls, *words):
         change = cls.desktop.prefix.start("reg", *words, "/f", stdout=subprocess.DEVNULL)
         if change.wait(30) != 0:
             raise AssertionError(f"the registry refused {words}")
