@@ -15,15 +15,13 @@ struct PlainNumber {
   int decimals = 0;
 };
 
-// With these limits the double of the number lies nearer to its decimal digits than the formats' slack, so
-// that both ways round alike.
-constexpr std::size_t kMostWhole = 9;
-constexpr std::size_t kMostDecimals = 4;
+// With so many digits the double of the number lies nearer to them than the formats' slack, so that both ways
+// round alike.
+constexpr std::size_t kMostDigits = 13;
 
-// Stops at the first digit past `most`, so that all digits together fit 64 bits.
-std::size_t TakeDigits(std::string_view text, std::size_t at, std::size_t most, std::int64_t& digits) {
+std::size_t TakeDigits(std::string_view text, std::size_t at, std::int64_t& digits) {
   const std::size_t start = at;
-  for (; at < text.size() && text[at] >= '0' && text[at] <= '9' && at - start <= most; ++at)
+  for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at)
     digits = digits * 10 + (text[at] - '0');
   return at - start;
 }
@@ -35,12 +33,12 @@ std::optional<PlainNumber> ReadPlain(std::string_view text) {
     number.negative = text.front() == '-';
     text.remove_prefix(1);
   }
-  const std::size_t whole = TakeDigits(text, 0, kMostWhole, number.digits);
-  if (whole == 0 || whole > kMostWhole) return std::nullopt;
+  if (text.size() > kMostDigits + 1) return std::nullopt;
+  const std::size_t whole = TakeDigits(text, 0, number.digits);
+  if (whole == 0) return std::nullopt;
   if (whole == text.size()) return number;
-  if (text[whole] != '.') return std::nullopt;
-  const std::size_t decimals = TakeDigits(text, whole + 1, kMostDecimals, number.digits);
-  if (decimals == 0 || decimals > kMostDecimals || whole + 1 + decimals != text.size()) return std::nullopt;
+  const std::size_t decimals = TakeDigits(text, whole + 1, number.digits);
+  if (text[whole] != '.' || decimals == 0 || whole + 1 + decimals != text.size()) return std::nullopt;
   number.decimals = static_cast<int>(decimals);
   return number;
 }
