@@ -93,32 +93,6 @@ TEST_F(RecoveryTest, StoppedReadingsAreNoSilence) {
   EXPECT_NE(program.Status(), "No Data");
 }
 
-TEST_F(RecoveryTest, ClosingWhileThePortIsGoneTakesNoTime) {
-  program.port.Lose();
-  program.RunFor(1300);
-  const std::int64_t before = program.time.Now();
-  EXPECT_TRUE(program.Close());
-  EXPECT_LT(program.time.Now() - before, 2000);
-  EXPECT_TRUE(program.Keeps("FORM-TOP"));
-}
-
-TEST_F(RecoveryTest, LosingThePortDuringASearchAsksNobody) {
-  program.port.Raise(CommEvent::kFrame);
-  program.RunFor(1200);  // in the middle of the new search
-  program.port.Lose();
-  program.RunFor(5000);
-  program.port.SetPresent(true);
-  EXPECT_TRUE(Lives(5000));
-}
-
-TEST(LateAnswer, DoesNotEndTheSearchForEver) {
-  sim::MeterOptions options = MeterAt(38400);
-  options.ReplyDelayMs = 2000;
-  Program program(options);
-  ASSERT_TRUE(program.Start());
-  EXPECT_TRUE(program.RunUntil([&] { return program.line.Meter.Streaming(); }, 60000));
-}
-
 // Readings come in before the search is through; a loss in the middle of it must take them away too.
 TEST_F(RecoveryTest, ALossDuringTheSearchThatFollowsAReturn) {
   for (int delay = 100; delay < 3000; delay += 170) {

@@ -102,21 +102,6 @@ TEST(WholeProgram, ASettingThatIsNoNumberIsNamedOnceAndTheFileIsLeftAlone) {
   EXPECT_EQ(program.SettingsText(), text);
 }
 
-TEST_F(WholeProgramTest, AFramingErrorSearchesAgainOnceAndStreamsOn) {
-  program.RunFor(1000);
-  for (int i = 0; i < 20; ++i)
-    program.port.Raise(CommEvent::kFrame);
-  program.RunFor(1);
-  EXPECT_EQ(program.Status(), "Re-Synching");
-  EXPECT_EQ(program.orvane->Meter().lblShowStatus->ForeColor(), 255U);
-  program.RunFor(10000);
-  EXPECT_EQ(program.Count("v?"), 2);
-  EXPECT_EQ(program.Commands().back(), "D1");
-  program.line.Meter.SetPower(50, 0);
-  program.RunFor(3000);
-  EXPECT_EQ(program.Fwd(), "50");
-}
-
 TEST(WholeProgram, TenFailedAttemptsAskTheOperatorOnce) {
   Program program(MeterAt(38400));
   program.line.Meter.SetMute(true);
