@@ -58,6 +58,14 @@ def wine_env(prefix, display=None):
     return env
 
 
+def own_server_env(prefix, display=None):
+    """The same for a prefix into which nobody else's Wine looks.
+
+    Debian's server keeps its socket and lock in a folder below TMPDIR, names it in the prefix's file "wineserver", and
+    never removes it: below the prefix it goes with the prefix. A Wine with another TMPDIR does not find that server."""
+    return {**wine_env(prefix, display), "TMPDIR": str(prefix)}
+
+
 # A high-contrast theme: white and coloured on black, and no pictures for the system's controls.
 HIGH_CONTRAST = (
     *(("Control Panel\\Colors", name, color) for color, names in {
@@ -120,13 +128,19 @@ def prepare_template():
         shutil.rmtree(TEMPLATE, ignore_errors=True)
         making = WINE_DIR / "template.new"
         shutil.rmtree(making, ignore_errors=True)
-        env = wine_env(making)
+        making.mkdir()
+        env = own_server_env(making)
         # Needs no display and must not put its set-up window on somebody's.
         env.pop("DISPLAY", None)
         result = subprocess.run(["wineboot", "-u"], env=env, stdin=subprocess.DEVNULL, capture_output=True, timeout=300)
         subprocess.run(["wineserver", "-w"], env=env, timeout=60)
         if not (making / "system.reg").exists():
             raise RuntimeError(f"wineboot made no prefix (status {result.returncode}): {result.stderr.decode()}")
+        # A copy that knew this folder would share it with all others, told apart by the prefix's inode number alone;
+        # and the next prefix gets the number of one that was just removed.
+        (making / "wineserver").unlink(missing_ok=True)
+        for folder in making.glob("wine-*"):
+            shutil.rmtree(folder)
         _settle_template(making)
         (making / ".orvane-version").write_text(version)
         making.rename(TEMPLATE)
@@ -191,12 +205,7 @@ class Prefix:
         WINE_DIR.mkdir(parents=True, exist_ok=True)
         self.path = pathlib.Path(tempfile.mkdtemp(prefix="prefix-", dir=WINE_DIR))
         make_prefix(self.path, ports, dpi, registry)
-        # Debian's server keeps its socket and lock in a folder below TMPDIR, which the file "wineserver" names; in it
-        # they are told apart by the prefix's inode number. Copied from the template that file would put all prefixes
-        # into one folder, and the next prefix gets the inode number of one that was just removed.
-        (self.path / "wineserver").unlink(missing_ok=True)
-        self.env = wine_env(self.path, display)
-        self.env["TMPDIR"] = str(self.path)
+        self.env = own_server_env(self.path, display)
 
     def start(self, *command, **options):
         """Starts a Windows program and returns the process."""
