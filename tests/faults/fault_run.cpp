@@ -9,6 +9,11 @@ namespace {
 
 constexpr std::int64_t kSearchMs = 60000;
 
+const std::string kOldSettings =
+    "[USER-SETTINGS]\r\nFORM-ON-TOP=False\r\nFORM-TOP=2700\r\nFORM-LEFT=4200\r\nFORM-REGION=1\r\n"
+    "F-PWR-INDEX=5\r\nR-PWR-INDEX=4\r\nCLIENT-APP=Old\r\nCLIENT-MSG-ID=77\r\n"
+    "[METER-SETTINGS]\r\nPKTNOTIFY=True\r\nCOMM-PORT=2\r\nBAUD-RATE=38400\r\n";
+
 UserSettings Wanted() {
   return {"5", "38400", true, true, 1500, 3000, 1, 3, 4, "New", 77};
 }
@@ -31,7 +36,7 @@ UserSettings Read(const std::string& content, std::string& losses) {
 FaultRun::FaultRun(std::size_t fails)
     : faults_(fails), program_(MeterAt(38400)), front_(faults_, program_.platform) {
   program_.files.SetFlushing(false);
-  program_.PutSettings(std::string(kOldSettings));
+  program_.PutSettings(kOldSettings);
   // What was before the file: nobody wants it back while the file is good.
   program_.files.Replace(program_.SettingsPath() + ".bak", "[USER-SETTINGS]\r\nCLIENT-APP=Oldest\r\n");
   program_.ports.ports = {{2, ""}, {5, "USB Serial Port"}};
@@ -180,7 +185,7 @@ void FaultRun::Close() {
 void FaultRun::CheckSettings(bool unchanged) {
   const std::string content = program_.SettingsText();
   UserSettings kept = Read(content, losses_);
-  const UserSettings wanted = unchanged ? Read(std::string(kOldSettings), losses_) : Wanted();
+  const UserSettings wanted = unchanged ? Read(kOldSettings, losses_) : Wanted();
   place_forgotten_ = kept.FormTop == 100 || kept.FormLeft == 0;
   if (place_forgotten_) {
     kept.FormTop = wanted.FormTop;
@@ -189,63 +194,64 @@ void FaultRun::CheckSettings(bool unchanged) {
   if (kept != wanted) Lose("the settings file is not what it should be:\n" + content);
 }
 
+bool FaultRun::Said(const char* text) const {
+  return faults_.said.contains(text);
+}
+
 bool FaultRun::Boxed(std::string_view part) const {
   return std::any_of(program_.desktop.boxes.begin(), program_.desktop.boxes.end(),
                      [&](const ShownBox& box) { return box.text.find(part) != std::string::npos; });
 }
 
-Outcome FaultRun::Result() const {
-  const auto said = [this](const char* text) { return faults_.said.contains(text); };
-  const std::pair<bool, Outcome> rows[] = {
-      {Boxed("Already Running"), Outcome::kEndsAlreadyRunning},
-      {Boxed("Critical Program File"), Outcome::kEndsFileMissing},
-      {Boxed("could not be started"), Outcome::kEndsCannotStart},
-      {Boxed("No Port Selected"), Outcome::kBoxNoPort},
-      {said("Settings cannot be saved here"), Outcome::kSaysUnsaved},
-      {!told_, Outcome::kMeterNotTold},
-      {said("Port Lost"), Outcome::kPortLost},
-      {retried_, Outcome::kRetried},
-      {applied_again_, Outcome::kAppliedAgain},
-      {Searches() > 2, Outcome::kSearchGoesOn},
-      {said("No Data"), Outcome::kNoData},
-      {place_forgotten_, Outcome::kPlaceForgotten},
+// The first that holds.
+const std::vector<FaultRun::Outcome>& FaultRun::Outcomes() {
+  using Run = const FaultRun&;
+  static const std::vector<Outcome> rows{
+      {"ends with the box \"Already Running\"",
+       [](Run run) { return run.Boxed("Already Running"); },
+       {"SingleInstance::Claim, start"}},
+      {"ends with the box \"File Missing!\"",
+       [](Run run) { return run.Boxed("Critical Program File"); },
+       {"Files::IsNormalFile, start", "WindowSystem::LoadPicture, start"}},
+      {"ends with the box \"could not be started\"",
+       [](Run run) { return run.Boxed("could not be started"); },
+       {"PanelControls::Create", "WindowSystem::Create", "WindowSystem::StartTimer, start"}},
+      {"box \"No Port Selected\"; Apply searches again",
+       [](Run run) { return run.Boxed("No Port Selected"); },
+       {"SerialPort::Open", "SerialPort::SetSettings"}},
+      {"\"Settings cannot be saved here\" at the start; saved all the same",
+       [](Run run) { return run.Said("Settings cannot be saved here"); },
+       {"Files::CanWrite, start"}},
+      {"the meter goes on sending; the next start stops it",
+       [](Run run) { return !run.told_; },
+       {"SerialPort::Write, shutdown"}},
+      {"\"Port Lost\", and readings again by themselves",
+       [](Run run) { return run.Said("Port Lost"); },
+       {"SerialPort::Works"}},
+      {"no readings until the operator applies the port again",
+       [](Run run) { return run.retried_; },
+       {"WindowSystem::StartTimer, program panel"}},
+      {"a choice had no effect, and is seen to have none; made again it has",
+       [](Run run) { return run.applied_again_; },
+       {"CheckWidget::", "ListWidget::", "ScrollWidget::", "TextWidget::", "PortList::",
+        "SerialPort::Write, meter panel", "WindowSystem::StartTimer, reading"}},
+      {"the search takes another attempt",
+       [](Run run) { return run.program_.Count("v?") > 2; },
+       {"SerialPort::", "WindowSystem::StartTimer, search"}},
+      {"\"No Data\", and readings again by themselves",
+       [](Run run) { return run.Said("No Data"); },
+       {"Clock::GetTickCount"}},
+      {"the window goes to its default place",
+       [](Run run) { return run.place_forgotten_; },
+       {"TopWindow::Bounds, shutdown", "WindowSystem::ScreenSize, shutdown"}},
+      {kGoesOn, [](Run) { return true; }, {""}},
   };
-  for (const auto& [holds, outcome] : rows) {
-    if (holds) return outcome;
-  }
-  return Outcome::kGoesOn;
+  return rows;
 }
 
-std::string_view OutcomeText(Outcome outcome) {
-  switch (outcome) {
-    case Outcome::kGoesOn:
-      return "goes on";
-    case Outcome::kSearchGoesOn:
-      return "the search takes another attempt";
-    case Outcome::kPortLost:
-      return "\"Port Lost\", and readings again by themselves";
-    case Outcome::kNoData:
-      return "\"No Data\", and readings again by themselves";
-    case Outcome::kAppliedAgain:
-      return "a choice had no effect, and is seen to have none; made again it has";
-    case Outcome::kRetried:
-      return "no readings until the operator applies the port again";
-    case Outcome::kBoxNoPort:
-      return "box \"No Port Selected\"; Apply searches again";
-    case Outcome::kEndsAlreadyRunning:
-      return "ends with the box \"Already Running\"";
-    case Outcome::kEndsFileMissing:
-      return "ends with the box \"File Missing!\"";
-    case Outcome::kEndsCannotStart:
-      return "ends with the box \"could not be started\"";
-    case Outcome::kSaysUnsaved:
-      return "\"Settings cannot be saved here\" at the start; saved all the same";
-    case Outcome::kPlaceForgotten:
-      return "the window goes to its default place";
-    case Outcome::kMeterNotTold:
-      return "the meter goes on sending; the next start stops it";
-  }
-  return "";
+const FaultRun::Outcome& FaultRun::Result() const {
+  return *std::find_if(Outcomes().begin(), Outcomes().end(),
+                       [this](const Outcome& outcome) { return outcome.holds(*this); });
 }
 
 }  // namespace orvane

@@ -3,6 +3,8 @@
 #include "platform/platform.h"
 #include "tests/faults/fault_switch.h"
 #include "tests/faults/faulty_windows.h"
+#include "tests/support/files_in.h"
+#include "tests/support/forwarded_port.h"
 
 #include <cstdlib>
 #include <string>
@@ -11,65 +13,43 @@
 
 namespace orvane {
 
-class FaultyTime : public Clock, public EventPump {
- public:
-  FaultyTime(FaultSwitch& faults, Clock& clock, EventPump& pump)
-      : faults_(faults), clock_(clock), pump_(pump) {}
-  std::int32_t GetTickCount() override {
-    return faults_.Do("Clock::GetTickCount", [&] { return clock_.GetTickCount(); });
-  }
-  void Block(std::int32_t ms) override {
-    faults_.Do("Clock::Block", [&] { clock_.Block(ms); });
-  }
-  void DeliverPending() override {
-    faults_.Do("EventPump::DeliverPending", [&] { pump_.DeliverPending(); });
-  }
-  void DeliverArrivals() override {
-    faults_.Do("EventPump::DeliverArrivals", [&] { pump_.DeliverArrivals(); });
-  }
-  void SleepUntil(std::int32_t tick) override {
-    faults_.Do("EventPump::SleepUntil", [&] { pump_.SleepUntil(tick); });
-  }
-  [[noreturn]] void EndProcess() override {
-    pump_.EndProcess();
-    std::abort();  // never: g++ forgets what a virtual call promises
-  }
-
- private:
-  FaultSwitch& faults_;
-  Clock& clock_;
-  EventPump& pump_;
+struct FaultyClock : Clock, Failing<Clock> {
+  using Failing::Failing;
+  std::int32_t GetTickCount() override { return Do("Clock::GetTickCount", &Clock::GetTickCount); }
+  void Block(std::int32_t ms) override { Do("Clock::Block", &Clock::Block, ms); }
 };
 
-class FaultyPort : public SerialPort, private CommListener {
+struct FaultyPump : EventPump, Failing<EventPump> {
+  using Failing::Failing;
+  void DeliverPending() override { Do("EventPump::DeliverPending", &EventPump::DeliverPending); }
+  void DeliverArrivals() override { Do("EventPump::DeliverArrivals", &EventPump::DeliverArrivals); }
+  void SleepUntil(std::int32_t tick) override { Do("EventPump::SleepUntil", &EventPump::SleepUntil, tick); }
+  [[noreturn]] void EndProcess() override {
+    behind_.EndProcess();
+    std::abort();  // never: g++ forgets what a virtual call promises
+  }
+};
+
+class FaultyPort : public ForwardedPort, private CommListener, Failing<SerialPort> {
  public:
-  FaultyPort(FaultSwitch& faults, SerialPort& behind) : faults_(faults), behind_(behind) {}
+  FaultyPort(FaultSwitch& faults, SerialPort& behind) : ForwardedPort(behind), Failing(faults, behind) {}
   void SetListener(CommListener* listener) override {
     listener_ = listener;
     behind_.SetListener(listener == nullptr ? nullptr : this);
   }
-  void SetCommPort(int number) override { behind_.SetCommPort(number); }
-  int CommPort() const override { return behind_.CommPort(); }
   void SetSettings(std::string_view settings) override {
-    faults_.OrThrow("SerialPort::SetSettings", Fault::kPortLost, [&] { behind_.SetSettings(settings); });
+    OrThrow("SerialPort::SetSettings", Fault::kPortLost, &SerialPort::SetSettings, settings);
   }
-  std::string Settings() const override { return behind_.Settings(); }
-  void Open() override {
-    faults_.OrThrow("SerialPort::Open", Fault::kPortUnavailable, [&] { behind_.Open(); });
-  }
-  void Close() override { behind_.Close(); }
-  bool PortOpen() const override { return behind_.PortOpen(); }
-  bool Works() override {
-    return faults_.Do("SerialPort::Works", [&] { return behind_.Works(); });
-  }
+  void Open() override { OrThrow("SerialPort::Open", Fault::kPortUnavailable, &SerialPort::Open); }
+  bool Works() override { return Do("SerialPort::Works", &SerialPort::Works); }
   void DiscardOutput() override {
-    faults_.OrThrow("SerialPort::DiscardOutput", Fault::kPortLost, [&] { behind_.DiscardOutput(); });
+    OrThrow("SerialPort::DiscardOutput", Fault::kPortLost, &SerialPort::DiscardOutput);
   }
   void Write(std::string_view bytes) override {
-    faults_.OrThrow("SerialPort::Write", Fault::kLineBusy, [&] { behind_.Write(bytes); });
+    OrThrow("SerialPort::Write", Fault::kLineBusy, &SerialPort::Write, bytes);
   }
   void TakeReceived(std::string& buffer) override {
-    faults_.Do("SerialPort::TakeReceived", [&] { behind_.TakeReceived(buffer); });
+    Do("SerialPort::TakeReceived", &SerialPort::TakeReceived, buffer);
   }
 
  private:
@@ -77,128 +57,117 @@ class FaultyPort : public SerialPort, private CommListener {
   void OnComm(CommEvent event) override {
     Attempt([&] { listener_->OnComm(event); });
   }
-  FaultSwitch& faults_;
-  SerialPort& behind_;
   CommListener* listener_ = nullptr;
 };
 
-class FaultyProfiles : public ProfileStore {
- public:
-  FaultyProfiles(FaultSwitch& faults, ProfileStore& behind) : faults_(faults), behind_(behind) {}
+struct FaultyProfiles : ProfileStore, Failing<ProfileStore> {
+  using Failing::Failing;
   std::string GetPrivateProfileString(OptionalText section, OptionalText key, std::string_view fallback,
-                                      std::size_t buffer_size, const std::string& file) override {
-    return faults_.OrElse("ProfileStore::GetPrivateProfileString", std::string(fallback), [&] {
-      return behind_.GetPrivateProfileString(section, key, fallback, buffer_size, file);
-    });
+                                      std::size_t size, const std::string& file) override {
+    return OrElse("ProfileStore::GetPrivateProfileString", std::string(fallback),
+                  &ProfileStore::GetPrivateProfileString, section, key, fallback, size, file);
   }
   bool WritePrivateProfileString(std::string_view section, OptionalText key, OptionalText value,
                                  const std::string& file) override {
-    return faults_.Do("ProfileStore::WritePrivateProfileString",
-                      [&] { return behind_.WritePrivateProfileString(section, key, value, file); });
+    return Do("ProfileStore::WritePrivateProfileString", &ProfileStore::WritePrivateProfileString, section,
+              key, value, file);
   }
   bool WriteEmptySection(std::string_view section, const std::string& file) override {
-    return faults_.Do("ProfileStore::WriteEmptySection",
-                      [&] { return behind_.WriteEmptySection(section, file); });
+    return Do("ProfileStore::WriteEmptySection", &ProfileStore::WriteEmptySection, section, file);
   }
-
- private:
-  FaultSwitch& faults_;
-  ProfileStore& behind_;
 };
 
-class FaultyFiles : public Files {
- public:
-  FaultyFiles(FaultSwitch& faults, Files& behind) : faults_(faults), behind_(behind) {}
-  std::string ProgramFolder() override { return behind_.ProgramFolder(); }
-  char Separator() const override { return behind_.Separator(); }
+struct FaultyFiles : FilesOfProgramIn, Failing<Files> {
+  FaultyFiles(FaultSwitch& faults, Files& behind)
+      : FilesOfProgramIn(behind, behind.ProgramFolder()), Failing(faults, behind) {}
   bool IsNormalFile(const std::string& path) override {
-    return faults_.Do("Files::IsNormalFile", [&] { return behind_.IsNormalFile(path); });
+    return Do("Files::IsNormalFile", &Files::IsNormalFile, path);
   }
   void CreateEmpty(const std::string& path) override {
-    faults_.OrThrow("Files::CreateEmpty", Fault::kPathAccess, [&] { behind_.CreateEmpty(path); });
+    OrThrow("Files::CreateEmpty", Fault::kPathAccess, &Files::CreateEmpty, path);
   }
-  bool CanRead(const std::string& path) override {
-    return faults_.Do("Files::CanRead", [&] { return behind_.CanRead(path); });
-  }
-  bool CanWrite(const std::string& path) override {
-    return faults_.Do("Files::CanWrite", [&] { return behind_.CanWrite(path); });
-  }
+  bool CanRead(const std::string& path) override { return Do("Files::CanRead", &Files::CanRead, path); }
+  bool CanWrite(const std::string& path) override { return Do("Files::CanWrite", &Files::CanWrite, path); }
   std::string Read(const std::string& path, std::size_t limit) override {
-    return faults_.Do("Files::Read", [&] { return behind_.Read(path, limit); });
+    return Do("Files::Read", &Files::Read, path, limit);
   }
   bool CopyWhole(const std::string& from, const std::string& to) override {
-    return faults_.Do("Files::CopyWhole", [&] { return behind_.CopyWhole(from, to); });
+    return Do("Files::CopyWhole", &Files::CopyWhole, from, to);
   }
   bool MoveWhole(const std::string& from, const std::string& to) override {
-    return faults_.Do("Files::MoveWhole", [&] { return behind_.MoveWhole(from, to); });
+    return Do("Files::MoveWhole", &Files::MoveWhole, from, to);
   }
-
- private:
-  FaultSwitch& faults_;
-  Files& behind_;
 };
 
-/// The small rest: another copy, started programs, the client, the list of ports, the system's version.
-class FaultyOthers : public SingleInstance,
-                     public Shell,
-                     public ClientWindows,
-                     public PortList,
-                     public SystemInfo {
- public:
-  FaultyOthers(FaultSwitch& faults, const Platform& behind) : faults_(faults), behind_(behind) {}
-  bool Claim() override {
-    return faults_.Do("SingleInstance::Claim", [&] { return behind_.instance.Claim(); });
-  }
-  bool Execute(const Launch& launch) override {
-    return faults_.Do("Shell::Execute", [&] { return behind_.shell.Execute(launch); });
-  }
+struct FaultyInstance : SingleInstance, Failing<SingleInstance> {
+  using Failing::Failing;
+  bool Claim() override { return Do("SingleInstance::Claim", &SingleInstance::Claim); }
+};
+
+struct FaultyShell : Shell, Failing<Shell> {
+  using Failing::Failing;
+  bool Execute(const Launch& launch) override { return Do("Shell::Execute", &Shell::Execute, launch); }
   bool ShowHelpFile(const std::string& path) override {
-    return faults_.Do("Shell::ShowHelpFile", [&] { return behind_.shell.ShowHelpFile(path); });
+    return Do("Shell::ShowHelpFile", &Shell::ShowHelpFile, path);
   }
+};
+
+struct FaultyClients : ClientWindows, Failing<ClientWindows> {
+  using Failing::Failing;
   Handle Find(std::string_view caption) override {
-    return faults_.Do("ClientWindows::Find", [&] { return behind_.clients.Find(caption); });
+    return Do("ClientWindows::Find", &ClientWindows::Find, caption);
   }
   Answer SendCopyData(Handle window, std::uint32_t tag, std::span<const char> data, int timeout_ms) override {
-    return faults_.OrElse("ClientWindows::SendCopyData", Answer{Outcome::kTimedOut, 0},
-                          [&] { return behind_.clients.SendCopyData(window, tag, data, timeout_ms); });
+    return OrElse("ClientWindows::SendCopyData", Answer{Outcome::kTimedOut, 0}, &ClientWindows::SendCopyData,
+                  window, tag, data, timeout_ms);
   }
-  std::vector<PresentPort> PresentPorts() override {
-    return faults_.Do("PortList::PresentPorts", [&] { return behind_.ports.PresentPorts(); });
-  }
-  SystemVersion QueryVersion() override {
-    return faults_.Do("SystemInfo::QueryVersion", [&] { return behind_.system.QueryVersion(); });
-  }
-  ProgramVersion OwnVersion() override {
-    return faults_.Do("SystemInfo::OwnVersion", [&] { return behind_.system.OwnVersion(); });
-  }
+};
 
- private:
-  FaultSwitch& faults_;
-  const Platform& behind_;
+struct FaultyPorts : PortList, Failing<PortList> {
+  using Failing::Failing;
+  std::vector<PresentPort> PresentPorts() override {
+    return Do("PortList::PresentPorts", &PortList::PresentPorts);
+  }
+};
+
+struct FaultySystem : SystemInfo, Failing<SystemInfo> {
+  using Failing::Failing;
+  SystemVersion QueryVersion() override { return Do("SystemInfo::QueryVersion", &SystemInfo::QueryVersion); }
+  ProgramVersion OwnVersion() override { return Do("SystemInfo::OwnVersion", &SystemInfo::OwnVersion); }
 };
 
 /// A platform in front of another one, of whose calls one fails.
 class FaultyPlatform {
  public:
   FaultyPlatform(FaultSwitch& faults, const Platform& behind)
-      : time_(faults, behind.clock, behind.pump),
+      : clock_(faults, behind.clock),
+        pump_(faults, behind.pump),
         port_(faults, behind.port),
         profiles_(faults, behind.profiles),
         files_(faults, behind.files),
         windows_(faults, behind.windows),
-        others_(faults, behind) {}
+        instance_(faults, behind.instance),
+        shell_(faults, behind.shell),
+        clients_(faults, behind.clients),
+        ports_(faults, behind.ports),
+        system_(faults, behind.system) {}
 
  private:
-  FaultyTime time_;
+  FaultyClock clock_;
+  FaultyPump pump_;
   FaultyPort port_;
   FaultyProfiles profiles_;
   FaultyFiles files_;
   FaultyWindows windows_;
-  FaultyOthers others_;
+  FaultyInstance instance_;
+  FaultyShell shell_;
+  FaultyClients clients_;
+  FaultyPorts ports_;
+  FaultySystem system_;
 
  public:
-  Platform platform{time_,   time_,   port_,   profiles_, files_, windows_,
-                    others_, others_, others_, others_,   others_};
+  Platform platform{clock_,    pump_,  port_,    profiles_, files_, windows_,
+                    instance_, shell_, clients_, ports_,    system_};
 };
 
 }  // namespace orvane

@@ -8,7 +8,7 @@
 namespace orvane {
 
 /// The system's files, with a folder of the test's own as the program's.
-class FilesOfProgramIn final : public Files {
+class FilesOfProgramIn : public Files {
  public:
   FilesOfProgramIn(Files& files, std::string folder) : files_(files), folder_(std::move(folder)) {}
   std::string ProgramFolder() override { return folder_; }
