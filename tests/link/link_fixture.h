@@ -5,6 +5,7 @@
 #include "link/meter_link.h"
 #include "platform/headless/serial_port.h"
 #include "platform/headless/virtual_time.h"
+#include "tests/support/quiet_link.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -27,7 +28,7 @@ inline std::string CommandText(std::string_view frame) {
   return std::string(frame.substr(1, frame.find('\x03') - 1));
 }
 
-struct TestSettings : LinkSettings {
+struct TestSettings : QuietSettings {
   std::string comm_port = "2";
   std::string baud_rate = "38400";
   bool pkt_notify = false;
@@ -44,21 +45,16 @@ struct TestSettings : LinkSettings {
   void SaveMeterSettings() override { ++saves; }
 };
 
-/// Keeps a record of everything but lines and lights; runs `TimerFindMeter` in virtual time.
-class RecordingEvents : public LinkEvents {
+/// Keeps a record of what is shown; runs `TimerFindMeter` in virtual time.
+class RecordingEvents : public QuietEvents {
  public:
   explicit RecordingEvents(VirtualTime& time) : time_(time) {}
 
-  std::vector<std::string> log;  ///< "status !Overrun" is an urgent one
+  std::vector<std::string> log;
   int lines = 0;
   int rx = 0;
-  int tx = 0;
-  bool dip_mode = false;
-  bool may_wait = true;
-  bool answer = true;  ///< to AskOkCancel
   std::function<void()> on_line = [] {};
   std::function<void()> on_mode = [] {};
-  std::function<void()> on_box = [] {};
   std::function<void()> on_find_meter = [] {};
 
   bool FindMeterEnabled() const { return enabled_; }
@@ -66,44 +62,30 @@ class RecordingEvents : public LinkEvents {
     return static_cast<int>(std::count(log.begin(), log.end(), entry));
   }
 
-  bool MayWait() const override { return may_wait; }
   void LineHandled() override {
     ++lines;
     on_line();
   }
   void RxActivity() override { ++rx; }
-  void TxActivity() override { ++tx; }
   void SetModeCommand() override {
     log.emplace_back("mode");
     on_mode();
   }
-  void ShowStatus(std::string_view text, StatusTone tone) override {
-    log.emplace_back((tone == StatusTone::kUrgent ? "status !" : "status ") + std::string(text));
+  void ShowStatus(std::string_view text, StatusTone) override {
+    log.push_back("status " + std::string(text));
   }
-  void StartClearMessageTimer() override { log.emplace_back("clear timer"); }
-  void ShowMessageText(std::string_view text) override { log.emplace_back("message " + std::string(text)); }
+  void ShowMessageText(std::string_view text) override { log.push_back("message " + std::string(text)); }
   void Beep() override { log.emplace_back("beep"); }
-  void SetHourglass(bool on) override { log.emplace_back(on ? "hourglass" : "arrow"); }
   void EnableFindMeter(bool on) override {
     if (on && !enabled_) tick_ = time_.Post(EventKind::kTimer, 1000, [this] { Tick(); });
     if (!on) time_.Cancel(tick_);
     enabled_ = on;
   }
-  void ClickFwdPwrRange(std::int16_t index) override { log.emplace_back("forward " + std::to_string(index)); }
-  void ClickRefPwrRange(std::int16_t index) override {
-    log.emplace_back("reflected " + std::to_string(index));
+  void ClickFwdPwrRange(std::int16_t index) override { log.push_back("forward " + std::to_string(index)); }
+  void ClickRefPwrRange(std::int16_t index) override { log.push_back("reflected " + std::to_string(index)); }
+  void ShowBox(std::string_view, std::string_view title) override {
+    log.push_back("box " + std::string(title));
   }
-  bool InDipMode() const override { return dip_mode; }
-  bool AskOkCancel(std::string_view text, std::string_view title) override {
-    log.emplace_back("ask " + std::string(title) + ": " + std::string(text));
-    on_box();
-    return answer;
-  }
-  void ShowBox(std::string_view text, std::string_view title) override {
-    log.emplace_back("box " + std::string(title) + ": " + std::string(text));
-    on_box();
-  }
-  void ReadingsStopped() override { log.emplace_back("stopped"); }
 
  private:
   void Tick() {

@@ -11,29 +11,6 @@ struct Update : LinkTest {
   void Apply() { link.UpdateMeterParameters(pending, current); }
 };
 
-TEST_F(Update, NothingChangedSendsNothing) {
-  Apply();
-  EXPECT_TRUE(port.Writes().empty());
-  EXPECT_EQ(events.log, (Texts{"hourglass", "status Updating Meter Paramaters", "arrow",
-                               "status Paramater Update Complete", "message Orvane"}));
-}
-
-TEST_F(Update, OneChangeIsOneCommandAndItsQuery) {
-  pending.ReflectedTrim = -3;
-  Apply();
-  link.ChangeSetting('T', -20);
-  ASSERT_EQ(Commands(), (Texts{"t-3", "t?", "T-20", "T?"}));
-  EXPECT_EQ(port.Writes()[1].at - port.Writes()[0].at, 126);
-  EXPECT_GE(port.Writes()[2].at - port.Writes()[1].at, 126);
-}
-
-TEST_F(Update, AllInTheirOrder) {
-  pending = {1, 2, 1, 1, 3, 2, 7, 4, 3, CallText("CQ 10"), true};
-  Apply();
-  EXPECT_EQ(Commands(), (Texts{"CCQ 1\xD8", "C?", "T1", "T?", "t2", "t?", "P1", "P?", "S1", "S?",
-                               "b3",        "b?", "I2", "I?", "l7", "l?", "V4", "V?", "M3", "M?"}));
-}
-
 TEST_F(Update, CallMessageIsCutTo16Characters) {
   pending.CallMessage.Set("12345678901234567");
   Apply();
@@ -42,16 +19,6 @@ TEST_F(Update, CallMessageIsCutTo16Characters) {
   Apply();
   link.SendCallMessage("0 ");
   EXPECT_EQ(Commands(), (Texts{"C123456789\xD8" + std::string("123456"), "C?", "C\xD8", "C?"}));
-}
-
-TEST_F(Update, TheAnswersAreInTheStateAtTheEnd) {
-  replies = {{"b?", "b1"}, {"S?", "S1"}, {"C?", "CDL0X"}};
-  pending.RangeScale = 3;  // the meter takes 1
-  pending.DisplayMessage = 1;
-  pending.CallMessageEdited = true;
-  Apply();
-  EXPECT_EQ(link.State().ParamB2, 1);
-  EXPECT_EQ(events.log.back(), "message DL\xD8X");
 }
 
 TEST_F(Update, ShownMessage) {

@@ -2,54 +2,10 @@
 
 #include "tests/link/link_fixture.h"
 
-#include <ctime>
-
 namespace orvane {
 namespace {
 
-using namespace std::string_literals;
-
-using Log = std::vector<std::string>;
-
-class ReceiverTest : public LinkTest {
- protected:
-  void FeedEvent(CommEvent event) {
-    if (!port.PortOpen()) port.Open();
-    port.Raise(event);
-    time.DeliverPending();
-  }
-};
-
-TEST_F(ReceiverTest, EventsOfTheLine) {
-  using E = CommEvent;
-  for (const CommEvent silent :
-       {E::kCTS, E::kDSR, E::kCD, E::kRing, E::kEOF, E::kBreak, E::kReceive, E{1234}})
-    FeedEvent(silent);
-  EXPECT_EQ(events.log, Log{});
-  for (const CommEvent told : {E::kFrame, E::kOverrun, E::kRxOver, E::kRxParity, E::kTxFull, E::kDCB})
-    FeedEvent(told);
-  EXPECT_EQ(events.log, (Log{"status !Re-Synching", "status !Overrun", "status !Overflow", "status !Parity",
-                             "status !Tx Full", "status !DCB Error"}));
-  EXPECT_FALSE(events.FindMeterEnabled());
-}
-
-TEST_F(ReceiverTest, OverflowSavesTheBytesForTheNextArrival) {
-  port.Open();
-  port.Raise(CommEvent::kRxOver);
-  port.Deliver(Line("V1") + "\x02V");
-  port.Raise(CommEvent::kReceive);
-  events.on_line = [this] { events.log.push_back("line " + std::to_string(link.State().ParamV)); };
-  ASSERT_TRUE(time.RunUntil([this] { return !events.log.empty(); }, 0));
-  EXPECT_EQ(events.lines, 0);
-  EXPECT_EQ(events.rx, 0);
-  std::string left;
-  port.TakeReceived(left);
-  EXPECT_EQ(left, "");
-  time.DeliverPending();
-  EXPECT_EQ(events.log, (Log{"status !Overflow", "line 1"}));
-  Feed("2\n");
-  EXPECT_EQ(events.log.back(), "line 2");
-}
+using ReceiverTest = LinkTest;
 
 // Bytes that arrive while a line is shown are taken by the loop that is running, after that line.
 TEST_F(ReceiverTest, DoesNotEnterItself) {
@@ -84,47 +40,6 @@ TEST_F(ReceiverTest, FaultsStopAndTheEndOfTheProcessPasses) {
   Feed("V4\n");
   EXPECT_EQ(link.State().ParamV, 4);
   EXPECT_EQ(events.lines, 5);
-}
-
-class Resync : public ReceiverTest {
- protected:
-  Resync() { replies["v?"] = "vVersion 1"; }
-  void SetUp() override {
-    link.FindMeter();
-    ASSERT_TRUE(link.Flags().MeterFound);
-    port.ClearWrites();
-  }
-};
-
-TEST_F(Resync, ALostPortHasNoMeter) {
-  port.Lose();
-  time.DeliverPending();
-  EXPECT_TRUE(link.Flags().PortGone);
-  EXPECT_FALSE(link.Flags().MeterFound);
-  EXPECT_FALSE(port.PortOpen()) << "it can be opened anew";
-}
-
-TEST_F(Resync, ABurstOfFramingErrorsSearchesOnce) {
-  for (int i = 0; i < 20; ++i)
-    FeedEvent(CommEvent::kFrame);
-  EXPECT_EQ(events.Count("status !Re-Synching"), 20);
-  EXPECT_TRUE(link.Flags().ResyncPending);
-  EXPECT_EQ(link.State().FirmwareVersion, "");
-  EXPECT_TRUE(events.FindMeterEnabled());
-  for (int at = 100; at < 2400; at += 100)  // the parameters are loaded by then
-    time.Post(EventKind::kArrival, at, [this] { port.Raise(CommEvent::kFrame); });
-  time.RunFor(20000);
-  const auto commands = Commands();
-  EXPECT_EQ(std::count(commands.begin(), commands.end(), "v?"), 1);
-  EXPECT_EQ(commands.back(), "D1");
-  EXPECT_FALSE(link.Flags().ResyncPending);
-  EXPECT_EQ(link.State().FirmwareVersion, "Version 1");
-  FeedEvent(CommEvent::kFrame);
-  EXPECT_TRUE(link.Flags().ResyncPending);
-  port.ClearWrites();
-  link.LoadMeterParameters(5);
-  EXPECT_FALSE(link.Flags().ResyncPending);
-  EXPECT_EQ(port.Writes()[2].at - port.Writes()[1].at, 56);
 }
 
 // Moved only when most of it is read, so that the bytes moved stay below those received; and it does not
@@ -197,33 +112,6 @@ TEST(RxBuffer, CutsLinesInOrder) {
     ASSERT_EQ(line, std::to_string(next++) + "\n");
   EXPECT_EQ(next, 20000);
   EXPECT_EQ(buffer.Size(), 0U);
-}
-
-// Four times the bytes may cost about four times as much, never sixteen times.
-TEST(RxBuffer, BytesCostLinearTime) {
-  for (const std::string piece : {"0123456789abcdef", "0123456789abcde\n"}) {
-    const auto feed = [&](std::size_t pieces) {
-      double best = 1e9;
-      for (int i = 0; i < 3; ++i) {
-        const std::clock_t start = std::clock();  // processor time: the machine may be busy
-        RxBuffer buffer;
-        std::string line;
-        std::size_t lines = 0;
-        for (std::size_t k = 0; k < pieces; ++k) {
-          buffer.Tail() += piece;
-          if (piece.back() != '\n') lines += buffer.CutLine(line) ? 1 : 0;
-        }
-        buffer.Tail() += '\n';
-        while (buffer.CutLine(line))
-          ++lines;
-        EXPECT_EQ(lines, piece.back() == '\n' ? pieces + 1 : 1);
-        best = std::min(best, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
-      }
-      return best;
-    };
-    const double one = feed(1 << 16);
-    EXPECT_LT(feed(4 << 16), 10 * one + 0.02) << piece;
-  }
 }
 
 }  // namespace

@@ -11,20 +11,6 @@ using Texts = std::vector<std::string>;
 
 using TransmitterTest = LinkTest;
 
-TEST_F(TransmitterTest, AFailedStepIsLeftOut) {
-  port.SetPresent(false);
-  link.SendCommand("A");
-  EXPECT_TRUE(port.Writes().empty());
-  port.SetPresent(true);
-  link.SendCommand("A");
-  port.FailCall(1, Fault::kPortLost);  // dropping the old output
-  link.SendCommand("B?");
-  port.FailCall(2, Fault::kLineBusy);  // writing
-  link.SendCommand("C?");
-  EXPECT_EQ(Commands(), (Texts{"A", "B?"}));
-  EXPECT_EQ(link.Flags().LastCommand, "C?");
-}
-
 TEST_F(TransmitterTest, ANewCommandReplacesOneThatTheLineDidNotTake) {
   port.Open();
   port.SetStuck(true);
@@ -32,20 +18,6 @@ TEST_F(TransmitterTest, ANewCommandReplacesOneThatTheLineDidNotTake) {
   link.SendCommand("T2");
   port.SetStuck(false);
   EXPECT_EQ(Commands(), (Texts{"T2"}));
-}
-
-TEST_F(TransmitterTest, EventsRunAfterEveryByte) {
-  struct CountingPump : EventPump {
-    int count = 0;
-    void DeliverPending() override {
-      if (++count == 2) throw RuntimeError(Fault::kOverflow, "in a handler");
-    }
-    void DeliverArrivals() override {}
-    void SleepUntil(std::int32_t) override {}
-    [[noreturn]] void EndProcess() override { throw ProcessEnded{}; }
-  } pump;
-  EXPECT_EQ(StringToBytes("\x02\x41\x03\xFF", pump), "\x02\x41\x03\xFF");
-  EXPECT_EQ(pump.count, 4);
 }
 
 TEST_F(TransmitterTest, ACommandMaySendItselfBetweenTheBytesOfAnother) {
