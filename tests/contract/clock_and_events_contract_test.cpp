@@ -155,19 +155,6 @@ TEST_F(ClockAndEventsContract, TimersMayBeDestroyedWhenTheirTickIsDueAndInIt) {
   EXPECT_EQ(ticks, 2);
 }
 
-TEST_F(ClockAndEventsContract, ATimerMayBeReplacedInItsOwnTick) {
-  int first = 0;
-  int second = 0;
-  std::unique_ptr<TimerHandle> timer;
-  timer = line.Windows().StartTimer(20, [&] {
-    ++first;
-    timer = CountingTimer(20, second);
-  });
-  Wait(300);
-  EXPECT_EQ(first, 1);
-  EXPECT_GE(second, 5);
-}
-
 TEST_F(ClockAndEventsContract, ATickThatWaitsLetsTheOthersGoOn) {
   int ticks = 0;
   int waits = 0;

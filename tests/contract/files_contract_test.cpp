@@ -75,44 +75,29 @@ TEST_F(FilesContract, ReadsNoMoreThanAsked) {
   EXPECT_EQ(files_.Read(folder_, 100), "");
 }
 
-TEST_F(FilesContract, CopiesWholeOrNotAtAll) {
+TEST_F(FilesContract, CopiesAndMovesWholeOrNotAtAll) {
+  const std::string from = Path("from.dat");
   const std::string content(200000, 'c');
-  const std::string copy = Path("copy.dat");
-  PutFile(there_, content);
-  EXPECT_TRUE(files_.CopyWhole(there_, copy));
-  EXPECT_EQ(FileBytes(copy), content);
-  PutFile(there_, "new");
-  EXPECT_TRUE(files_.CopyWhole(there_, copy));
-  EXPECT_EQ(FileBytes(copy), "new");
-  EXPECT_FALSE(files_.CopyWhole(missing_, copy));
-  EXPECT_FALSE(files_.CopyWhole(there_, no_folder_));
-  EXPECT_FALSE(files_.CopyWhole(there_, folder_));
-  PutFile(there_, "newer");
-  platform_.Hold(copy);
-  EXPECT_FALSE(files_.CopyWhole(there_, copy));
-  platform_.Release(copy);
-  EXPECT_EQ(FileBytes(copy), "new");
-  EXPECT_EQ(Count(), 2U) << "nothing is left over";
-}
-
-TEST_F(FilesContract, MovesWholeOrNotAtAll) {
-  const std::string moved = Path("moved.dat");
-  // Target, whether it is done.
-  const std::tuple<std::string, bool> rows[] = {
-      {there_, true}, {Path("new.dat"), true}, {folder_, false}, {no_folder_, false}};
-  for (const auto& [target, done] : rows) {
-    PutFile(there_, "old");
-    PutFile(moved, "new");
-    EXPECT_EQ(files_.MoveWhole(moved, target), done) << target;
-    EXPECT_TRUE(!done || FileBytes(target) == "new") << target;
-    EXPECT_FALSE(std::filesystem::exists(moved)) << target;
+  for (const bool moves : {false, true}) {
+    const auto step = moves ? &Files::MoveWhole : &Files::CopyWhole;
+    // Target, whether it is done.
+    const std::tuple<std::string, bool> rows[] = {
+        {there_, true}, {Path("new.dat"), true}, {folder_, false}, {no_folder_, false}};
+    for (const auto& [target, done] : rows) {
+      PutFile(there_, "old");
+      PutFile(from, content);
+      EXPECT_EQ((files_.*step)(from, target), done) << target;
+      EXPECT_TRUE(!done || FileBytes(target) == content) << target;
+      EXPECT_EQ(files_.IsNormalFile(from), !moves) << target;
+    }
+    EXPECT_FALSE((files_.*step)(missing_, there_));
+    PutFile(from, "newer");
+    platform_.Hold(there_);
+    EXPECT_FALSE((files_.*step)(from, there_));
+    platform_.Release(there_);
+    EXPECT_EQ(FileBytes(there_), "old");
+    EXPECT_EQ(Count(), moves ? 2U : 3U) << "nothing is left over";
   }
-  EXPECT_FALSE(files_.MoveWhole(missing_, there_));
-  PutFile(moved, "newer");
-  platform_.Hold(there_);
-  EXPECT_FALSE(files_.MoveWhole(moved, there_));
-  platform_.Release(there_);
-  EXPECT_EQ(FileBytes(there_), "old");
 }
 
 }  // namespace

@@ -54,31 +54,6 @@ TEST_F(ProfileStoreContract, TakesBlanksAndOnePairOfQuotesOffAValue) {
     reads(std::string("k=") + as_it_is, as_it_is);
 }
 
-TEST_F(ProfileStoreContract, FindsSectionsByTheirHeader) {
-  // Names of the sections, the value of k in S, texts.
-  const std::tuple<const char*, const char*, std::vector<std::string>> rows[] = {
-      {"S|",
-       "v",
-       {"[S]\r\nk=v\r\n", "[S]\rk=v\r", " [ S ] \r\nk=v", "[S]rest\r\nk=v\r\n", "\r\n\r\n[S]\r\n\r\n\r\nk=v",
-        "k=0\r\n[S]\r\nk=v\r\n"}},
-      {"s|", "v", {"[s]\nK=v\n"}},
-      {"A|S|B|", "v", {"[A]\r\nk=0\r\n[S]\r\nk=v\r\n[B]\r\nk=2\r\n"}},
-      {"S|S|", "v", {"[S]\r\nk=v\r\n[S]\r\nk=2\r\nm=3\r\n"}},
-      {"S|S|", "DEF", {"[S]\r\nz=1\r\n[S]\r\nk=2\r\n"}},
-      {"[S|", "DEF", {"[[S]\r\nk=v\r\n"}},
-      {"S]|", "DEF", {"[S]]\r\nk=v\r\n"}},
-      {"",
-       "DEF",
-       {"[S\r\nk=v\r\n", "S]\r\nk=v\r\n", "[]\r\nk=v\r\n", ";[S]\r\nk=v\r\n", "", std::string(4, '\0')}}};
-  for (const auto& [names, value, texts] : rows) {
-    for (const std::string& text : texts) {
-      Put(text);
-      EXPECT_EQ(List(std::nullopt), names) << text;
-      EXPECT_EQ(Get("S", "k"), value) << text;
-    }
-  }
-}
-
 TEST_F(ProfileStoreContract, GivesTheFallbackWithoutTrailingBlanks) {
   Put("[S]\r\nk=v\r\n");
   EXPECT_EQ(Get("S", "none", "  d  ") + Get("NONE", "k", "d ") + Get("S", "none", ""), "  dd");
@@ -138,17 +113,6 @@ TEST_F(ProfileStoreContract, WritesWhatItReadsBack) {
   keeps("\"\"v\"\"", "\"v\"");
 }
 
-// Why callers must keep control characters out of values.
-TEST_F(ProfileStoreContract, ALineEndInAValueMakesANewLine) {
-  for (const std::string end : {"\r\n", "\n", "\r"}) {
-    Put("[S]\r\na=1\r\n");
-    EXPECT_TRUE(Set("S", "k", "v" + end + "z=2" + end + "[T]" + end + "q=3"));
-    EXPECT_EQ(Get("S", "k"), "v");
-    EXPECT_EQ(Get("S", "z"), "2");
-    EXPECT_EQ(Get("T", "q"), "3");
-  }
-}
-
 TEST_F(ProfileStoreContract, MakesFileSectionAndKeyAsNeeded) {
   EXPECT_TRUE(Set("S", "k", "v"));
   EXPECT_EQ(Get("S", "k"), "v");
@@ -163,19 +127,6 @@ TEST_F(ProfileStoreContract, MakesFileSectionAndKeyAsNeeded) {
   EXPECT_EQ(Get("S", "k") + Get("S", "m"), "v1") << "the last line had no end";
   file_ = platform_.Folder().Path("none") + platform_.TheFiles().Separator() + "t.ini";
   EXPECT_FALSE(Set("S", "k", "v")) << "no such folder";
-}
-
-TEST_F(ProfileStoreContract, WritesToTheFirstOfEqualNames) {
-  Put("[A]\r\nk=1\r\nK=2\r\n[B]\r\nk=3\r\n[a]\r\nk=4\r\nm=5\r\n");
-  EXPECT_TRUE(Set("A", "k", "9"));
-  EXPECT_TRUE(Set("A", "m", "7"));
-  EXPECT_EQ(Get("A", "k") + Get("A", "m"), "97");
-  EXPECT_EQ(List("A"), "k|K|m|");
-  EXPECT_TRUE(Set("A", "k", std::nullopt));
-  EXPECT_EQ(Get("A", "k"), "2");
-  EXPECT_TRUE(Set("A", std::nullopt, std::nullopt));
-  EXPECT_EQ(Get("A", "k") + Get("A", "m"), "45");
-  EXPECT_EQ(List(std::nullopt), "B|a|");
 }
 
 TEST_F(ProfileStoreContract, DeletesKeysAndSections) {
@@ -218,17 +169,6 @@ TEST_F(ProfileStoreContract, LeavesOtherLinesAlone) {
     EXPECT_NE(found, std::string::npos) << line << " in " << text;
     at = std::min(found, text.size());
   }
-}
-
-TEST_F(ProfileStoreContract, SeesWhatOthersWroteAtOnce) {
-  Put("[S]\r\nk=1\r\n");
-  EXPECT_EQ(Get("S", "k"), "1");
-  Put("[S]\r\nk=2\r\n");
-  EXPECT_EQ(Get("S", "k"), "2");
-  EXPECT_TRUE(Set("S", "k", "3"));
-  Put("[S]\r\nk=4\r\n");
-  EXPECT_TRUE(Set("S", "m", "5"));
-  EXPECT_EQ(Get("S", "k"), "4");
 }
 
 TEST_F(ProfileStoreContract, AFileHeldByAnotherProgramReadsAsMissingAndIsNotWritten) {
