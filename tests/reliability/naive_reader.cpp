@@ -1,38 +1,12 @@
 #include "tests/reliability/naive_reader.h"
 
-#include <array>
+#include "tests/support/naive_packet.h"
+
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
-#include <vector>
 
 namespace orvane {
 namespace {
-
-std::string CheckDigits(std::string_view text) {
-  unsigned crc = 0;
-  for (const char c : text) {
-    if (c == 2 || c == 3) continue;
-    crc ^= static_cast<unsigned char>(c);
-    for (int bit = 0; bit < 8; ++bit)
-      crc = ((crc << 1U) ^ ((crc & 0x80U) != 0 ? 0xB1U : 0U)) & 0xFFU;
-  }
-  std::array<char, 3> digits{};
-  std::snprintf(digits.data(), digits.size(), "%02X", crc ^ 0xFFU);
-  return digits.data();
-}
-
-std::vector<std::string> Fields(const std::string& text) {
-  std::vector<std::string> fields(1);
-  for (const char c : text) {
-    if (c == ',') {
-      fields.emplace_back();
-    } else {
-      fields.back() += c;
-    }
-  }
-  return fields;
-}
 
 // The simulated meter sends plain numbers only; what noise made of them is not read.
 std::optional<double> Plain(const std::string& field) {
@@ -41,20 +15,15 @@ std::optional<double> Plain(const std::string& field) {
 }
 
 std::optional<NaiveReading> Read(const std::string& line) {
-  const auto start = line.find("\x02\x44");
-  if (start == std::string::npos) return std::nullopt;
-  const std::string text = line.substr(start, line.find('\r', start) - start);
-  if (text.size() < 5) return std::nullopt;
-  const std::string body = text.substr(0, text.size() - 2);
-  if (text.substr(text.size() - 2) != CheckDigits(body)) return std::nullopt;
-  const auto fields = Fields(text);
-  if (text.find('\x03') == std::string::npos || fields.size() != 5) return std::nullopt;
-  const auto forward = Plain(fields[1]);
-  const auto reflected = Plain(fields[2]);
-  const auto vswr = Plain(fields[3]);
+  const auto fields = NaiveFields(line);
+  if (!fields) return std::nullopt;
+  const auto forward = Plain(fields->at(1));
+  const auto reflected = Plain(fields->at(2));
+  const auto vswr = Plain(fields->at(3));
+  const std::string& alarms = fields->at(4);
   if (!forward || !reflected || !vswr) std::abort();  // a packet that fits by chance: choose another seed
   return NaiveReading{std::lround(*forward), std::lround(*reflected), static_cast<float>(*vswr),
-                      fields[4].substr(0, 1) == "1", fields[4].substr(2, 1) == "1"};
+                      alarms.substr(0, 1) == "1", alarms.substr(2, 1) == "1"};
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <gtest/gtest.h>
 
 namespace orvane {
 namespace {
