@@ -4,6 +4,8 @@
 #include "link/readings.h"
 #include "link/scoped_true.h"
 
+#include <utility>
+
 namespace orvane {
 
 void Receiver::OnComm(CommEvent event) {
@@ -27,7 +29,9 @@ void Receiver::OnComm(CommEvent event) {
     case CommEvent::kDCB:
       return ShowError("DCB Error");
     case CommEvent::kLost:
-      return LosePort(link_);
+      lost_ = true;
+      if (!draining_) TakeLoss();
+      return;
     case CommEvent::kCTS:
     case CommEvent::kDSR:
     case CommEvent::kCD:
@@ -41,7 +45,9 @@ void Receiver::OnComm(CommEvent event) {
 void Receiver::Receive() {
   link_.port.TakeReceived(buffer_.Tail());
   link_.events.RxActivity();
-  if (!draining_) HandleLines();
+  if (draining_) return;
+  HandleLines();
+  TakeLoss();
 }
 
 void Receiver::HandleLines() {
@@ -56,6 +62,11 @@ void Receiver::HandleLines() {
     }
     Attempt([this] { link_.events.LineHandled(); });
   }
+}
+
+// Never in the middle of a line that is being shown: what is shown of it afterwards would stay.
+void Receiver::TakeLoss() {
+  if (std::exchange(lost_, false)) LosePort(link_);
 }
 
 void Receiver::HandleFramingError() {

@@ -23,6 +23,7 @@ class Receiver : public CommListener {
  private:
   void Receive();
   void HandleLines();
+  void TakeLoss();
   void ShowError(std::string_view text) { link_.events.ShowStatus(text, StatusTone::kUrgent); }
   void HandleFramingError();
 
@@ -31,6 +32,7 @@ class Receiver : public CommListener {
   RxBuffer buffer_;
   std::string line_;  // the line being handled; kept for its memory
   bool draining_ = false;
+  bool lost_ = false;  // the port, while a line was being shown
 };
 
 }  // namespace orvane

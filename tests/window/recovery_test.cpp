@@ -1,5 +1,7 @@
 #include "tests/support/program.h"
 
+#include <utility>
+
 namespace orvane {
 namespace {
 
@@ -42,6 +44,20 @@ TEST_F(RecoveryTest, AnUnpluggedPortComesBackByItself) {
     EXPECT_TRUE(Lives(3000)) << "round " << round;
   }
   EXPECT_TRUE(program.Close());
+}
+
+// The showing of a line lets arrivals in, and the loss is one: what is shown of that line must not stay.
+TEST_F(RecoveryTest, ALossWhileALineIsShown) {
+  program.line.Meter.SetPower(300, 10);
+  bool lost = false;
+  program.tap.on_taken = [&](std::string_view) {
+    if (!std::exchange(lost, true)) program.port.Lose();
+  };
+  program.RunFor(400);
+  EXPECT_TRUE(lost && Dark()) << program.Fwd();
+  program.line.Meter.SetPower(500, 20);
+  program.port.SetPresent(true);
+  EXPECT_TRUE(Lives(3000));
 }
 
 TEST_F(RecoveryTest, NoOldReadingIsShownWhenThePortReturns) {
