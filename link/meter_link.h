@@ -50,9 +50,10 @@ class MeterLink {
 
   /// Sends one command; see Transmitter.
   void SendCommand(std::string_view text) { transmitter_.SendCommand(text); }
-  /// Starts or stops the readings, after 50 ms, as the operator wants them.
+  /// Starts or stops the readings, after 50 ms, as the operator wants them. None are missed before the meter
+  /// was found: the search starts them.
   void SetDataFlow(bool on) {
-    flags_.DataFlowWanted = on;
+    flags_.DataFlowWanted = on && !flags_.GoodSpeed.empty();
     flags_.FlowStopped = !on;
     transmitter_.SetDataFlow(on);
   }

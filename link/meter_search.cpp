@@ -43,9 +43,8 @@ void MeterSearch::FindMeter() {
   link_.events.ShowBox("Comm Port = 0 No Port Selected. Please Select a Comm Port.", "No Port Selected");
 }
 
-bool MeterSearch::FindMeterQuietly(bool stream) {
+bool MeterSearch::FindMeterQuietly() {
   if (attempt_running_ || !link_.events.MayWait()) return false;
-  stream_ = stream;
   const ScopedTrue guard(attempt_running_);
   const ScopedTrue quiet(quiet_);
   restarted_ = false;
@@ -54,7 +53,6 @@ bool MeterSearch::FindMeterQuietly(bool stream) {
   link_.state.FirmwareVersion.clear();
   Attempt([this] { TryOnce(); });
   LostBetweenAttempts();
-  stream_ = true;
   return link_.flags.MeterFound;
 }
 
@@ -109,12 +107,16 @@ void MeterSearch::Succeed() {
   WaitTicks(link_.clock, link_.pump, kSettleMs);
   if (Overtaken()) return;
   RestoreRanges();
-  if (stream_) transmitter_.SetDataFlow(true);
+  // A search that the operator sees ends with readings, whatever was stopped before it.
+  const bool stream = !quiet_ || !link_.flags.FlowStopped;
+  if (stream) transmitter_.SetDataFlow(true);
+  if (Overtaken()) return;
   link_.flags.MeterFound = true;
   link_.flags.GoodSpeed = link_.settings.BaudRate();
   link_.flags.SearchAbandoned = false;
   link_.flags.ResyncPending = false;
-  link_.flags.DataFlowWanted = stream_;
+  link_.flags.DataFlowWanted = stream;
+  link_.flags.FlowStopped = !stream;
   if (quiet_) link_.settings.SaveMeterSettings();
 }
 
@@ -130,7 +132,9 @@ void MeterSearch::Fail() {
   // Readings that come all the same say that the speed is right: the meter does not hear us.
   if (quiet_ && link_.flags.Readings != readings_before_) return;
   link_.port.Close();
-  link_.port.SetSettings(LineSettings(NextBaudRate(baud_rate_index_)));
+  const std::string speed = NextBaudRate(baud_rate_index_);
+  if (Overtaken()) return;
+  link_.port.SetSettings(LineSettings(speed));
   link_.port.Open();
 }
 

@@ -24,8 +24,8 @@ class MeterSearch {
   void FindMeter();
 
   /// One attempt without any box, and without another one to follow: for a meter that was lost in use.
-  /// @param stream start the readings too  @return true when the meter is there again
-  bool FindMeterQuietly(bool stream);
+  /// Readings that the operator stopped stay stopped. @return true when the meter is there again
+  bool FindMeterQuietly();
 
   /// An answer that came too late for its attempt switches the timer off while nothing runs: the search would
   /// stand still without a meter. Makes one more attempt then, which takes that answer.
@@ -58,7 +58,6 @@ class MeterSearch {
   std::int16_t search_attempts_ = 0;  // failures since the operator was asked
   bool attempt_running_ = false;
   bool quiet_ = false;                 // nobody is asked or told in boxes
-  bool stream_ = true;                 // the operator wants readings when the meter is found
   bool restarted_ = false;             // since the running attempt began
   std::uint32_t readings_before_ = 0;  // count of readings when the quiet attempt began
 };

@@ -75,7 +75,7 @@ void PortWatch::MindSilence() {
 void PortWatch::Search() {
   if (!link_.events.MayWait()) return;
   if (searches_at_once_ > 0) --searches_at_once_;
-  if (search_.FindMeterQuietly(!link_.flags.FlowStopped)) searches_at_once_ = 0;
+  if (search_.FindMeterQuietly()) searches_at_once_ = 0;
   last_search_ = Now();
 }
 

@@ -86,6 +86,27 @@ TEST_F(Search, OtherPortSettingsAppliedInsideAnAttempt) {
   EXPECT_FALSE(link.Flags().MeterFound) << "the meter at the old port is forgotten";
 }
 
+// Its waits let the operator act to the very end, after the last look at the answer too.
+TEST_F(Search, NoPortChosenAtAnyMomentOfAnAttempt) {
+  for (const bool answered : {false, true}) {
+    for (int at = 1000; at < 3200; at += 10) {
+      replies.clear();
+      if (answered) AnswerAll();
+      settings.comm_port = "2";
+      link.ApplyPortSettings();
+      events.log.clear();
+      time.Post(EventKind::kInput, at, [this] {
+        settings.comm_port = "0";
+        link.ApplyPortSettings();
+      });
+      time.RunFor(5000);
+      EXPECT_FALSE(link.Flags().MeterFound) << answered << " " << at;
+      EXPECT_TRUE(std::none_of(events.log.begin(), events.log.end(),
+                               [](const std::string& entry) { return entry.starts_with("box"); }))
+          << answered << " " << at;
+    }
+  }
+}
 struct SearchAtTheWrap : Search {
   SearchAtTheWrap() : Search(std::numeric_limits<std::int32_t>::max() - 100) {}
 };
