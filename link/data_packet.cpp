@@ -44,7 +44,8 @@ void TakeAlarms(std::string_view field, MeterState& state) {
   const auto separator = field.find(';');
   Attempt([&] { TakeFlag(field.substr(0, separator), state.SWRAlarm); });
   if (separator == std::string_view::npos) return;
-  Attempt([&] { TakeFlag(field.substr(separator + 1), state.PwrAlarm); });
+  const std::string_view second = field.substr(separator + 1);
+  Attempt([&] { TakeFlag(second.substr(0, second.find(';')), state.PwrAlarm); });
 }
 
 }  // namespace
