@@ -131,7 +131,7 @@ std::string SpokenDisplay::ReflectedBarText() const {
 
 std::string SpokenDisplay::DipBarText() const {
   if (!HasReading()) return std::string(kNoReading);
-  if (meter_.ForwardPower - meter_.ReflectedPower < 1) return std::string(kNoPower);
+  if (meter_.ForwardPower <= meter_.ReflectedPower) return std::string(kNoPower);
   const std::string& full_scale = controls_.reflected.lblScale[2]->Caption();
   return kVSWRFormat.Write(static_cast<double>(meter_.VSWR)) + " of " + full_scale;
 }

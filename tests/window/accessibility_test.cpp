@@ -1,3 +1,4 @@
+#include "simulator/crc.h"
 #include "tests/support/face.h"
 #include "tests/support/speech.h"
 
@@ -114,6 +115,9 @@ TEST_F(AccessibilityTest, DipModeSpeaksOfTheRatio) {
     EXPECT_EQ(speech.Value("VSWR").substr(0, std::string(readout).size()), readout);
     EXPECT_EQ(speech.Value("Forward bar"), "off in dip mode");
   }
+  program.port.Deliver(sim::MessageFrame("D,2147483647,-1,2.00,0;0"));  // a difference beyond 32 bits
+  program.RunFor(1);
+  EXPECT_EQ(speech.Value("VSWR bar"), "2.00 of 5.0");
 }
 
 void ExpectNoReading(const Speech& speech) {
