@@ -34,8 +34,9 @@ def stage(dist, folder, epoch):
             shutil.copytree(source, folder / part)
         else:
             shutil.copyfile(source, folder / part)
-    shutil.copyfile(ROOT / "LICENSE", folder / "LICENSE.txt")
-    shutil.copyfile(RUNTIME_LICENCES, folder / "LICENSE-runtime.txt")
+    for source, name in ((ROOT / "LICENSE", "LICENSE.txt"), (RUNTIME_LICENCES, "LICENSE-runtime.txt")):
+        # Ends of lines as the text editor of older systems needs them.
+        (folder / name).write_bytes(b"\r\n".join(source.read_bytes().splitlines()) + b"\r\n")
     for path in files_of(folder):
         os.utime(path, (epoch, epoch))
     return folder
