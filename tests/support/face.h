@@ -91,6 +91,13 @@ struct RunningFace {
   Face face{program};
 };
 
+/// Tests on a program whose meter streams already.
+class StreamingTest : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_TRUE(program.StartStreaming()); }
+  Program program{MeterAt(38400)};
+};
+
 /// Tests on a face whose meter streams already.
 class FaceTest : public testing::Test, public RunningFace {
  protected:

@@ -1,24 +1,10 @@
 #pragma once
 
-#include "platform/headless/desktop.h"
-#include "platform/headless/files.h"
-#include "platform/headless/port_list.h"
-#include "platform/headless/profile_store.h"
-#include "platform/headless/serial_port.h"
-#include "platform/headless/shell.h"
-#include "platform/headless/system_info.h"
-#include "platform/headless/virtual_time.h"
-#include "tests/support/forwarded_port.h"
-#include "tests/support/simulated_line.h"
-#include "tests/support/temp_folder.h"
-#include "window/orvane.h"
+#include "tests/support/program.h"
 
 #include <cstdint>
-#include <filesystem>
-#include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace orvane {
@@ -80,21 +66,17 @@ struct TakingClient : ClientWindows {
 class FedProgram {
  public:
   FedProgram() {
-    std::filesystem::create_directory(folder_.Path() + "/Images");
-    for (const char* name : {"OVFace.ovl", "OVFace120.ovl", "OVFaceSm.ovl", "OVFaceSm120.ovl",
-                             "TamskLogo.ovl", "TamskLogoBW.ovl"}) {
-      files_.CreateEmpty(folder_.Path() + "/Images/" + name);
-      desktop_.pictures[std::string("/") + name] = Grey();
-    }
-    orvane_ = std::make_unique<Orvane>(platform_);
-    orvane_->Form_Load();
-    streaming_ = time_.RunUntil([this] { return orvane_->Link().Flags().MeterFound; }, 60000);
+    streaming_ = program_.Start(platform_) &&
+                 program_.RunUntil([this] { return Get().Link().Flags().MeterFound; }, 60000);
     client.taken = 0;  // replies are shown as well
   }
+  ~FedProgram() { program_.orvane.reset(); }  // before what stands in front of its platform
+  FedProgram(const FedProgram&) = delete;
+  FedProgram& operator=(const FedProgram&) = delete;
 
   bool Streaming() const { return streaming_; }
-  Orvane& Get() { return *orvane_; }
-  const MeterControls& Meter() const { return orvane_->Meter(); }
+  Orvane& Get() { return *program_.orvane; }
+  const MeterControls& Meter() const { return program_.orvane->Meter(); }
 
   /// Bytes of the meter, and the time between them as the program's clock has it.
   void Feed(std::string_view bytes, std::int32_t ms) {
@@ -106,59 +88,39 @@ class FedProgram {
   void FeedWhileShown(const std::vector<std::string_view>& pieces, std::int32_t ms) {
     clock_.Forward(ms);
     for (const std::string_view piece : pieces)
-      time_.Post(EventKind::kArrival, 0, [this, piece] { port_.Feed(piece); });
-    time_.DeliverPending();
+      program_.time.Post(EventKind::kArrival, 0, [this, piece] { port_.Feed(piece); });
+    program_.time.DeliverPending();
   }
   /// VSWR dip mode and back, by a click on its button.
   void ClickMode(std::size_t index) {
-    const CommandButton& button = *orvane_->Meter().cmdMode[index];
-    for (HeadlessWindow* panel : desktop_.Main()->Children()) {
-      if (panel->Place() != orvane_->Meter().pbxModePanel->Bounds()) continue;
+    const CommandButton& button = *Meter().cmdMode[index];
+    for (HeadlessWindow* panel : program_.desktop.Main()->Children()) {
+      if (panel->Place() != Meter().pbxModePanel->Bounds()) continue;
       for (HeadlessWindow* child : panel->Children()) {
         if (child->Place() == button.Bounds()) return child->Click();
       }
     }
   }
-  std::size_t EventsWaiting() const { return time_.Waiting(); }
-  static int Lit(const GraphControls& graph) {
-    int lit = 0;
-    for (const auto& shape : graph.shpGraph)
-      lit += shape->BackStyle() == Shape::kOpaque ? 1 : 0;
-    return lit;
-  }
+  std::size_t EventsWaiting() const { return program_.time.Waiting(); }
+  static int Lit(const GraphControls& graph) { return Program::Lit(graph); }
 
   TakingClient client;
 
  private:
-  static Picture Grey() {
-    auto picture = std::make_shared<PictureData>();
-    picture->width = 8;
-    picture->height = 8;
-    picture->pixels.assign(64, 0xFF22282E);
-    return picture;
-  }
-  static sim::MeterOptions FastMeter() {
-    sim::MeterOptions options;
-    options.Baud = 38400;
-    return options;
-  }
-
-  TempFolder folder_;
-  VirtualTime time_;
-  ForwardedClock clock_{time_};
-  HeadlessSerialPort line_{time_};
-  FedPort port_{line_};
-  HeadlessDesktop desktop_{time_};
-  HeadlessFiles files_{folder_.Path()};
-  HeadlessProfileStore profiles_{files_};
-  HeadlessInstance instance_;
-  HeadlessShell shell_;
-  HeadlessPortList ports_;
-  HeadlessSystemInfo system_;
-  Platform platform_{clock_,    time_,  port_,  profiles_, files_, desktop_,
-                     instance_, shell_, client, ports_,    system_};
-  SimulatedLine meter_{time_, line_, FastMeter()};
-  std::unique_ptr<Orvane> orvane_;
+  Program program_{MeterAt(38400)};
+  ForwardedClock clock_{program_.time};
+  FedPort port_{program_.port};
+  Platform platform_{clock_,
+                     program_.time,
+                     port_,
+                     program_.profiles,
+                     program_.files,
+                     program_.desktop,
+                     program_.instance,
+                     program_.shell,
+                     client,
+                     program_.ports,
+                     program_.system};
   bool streaming_ = false;
 };
 

@@ -16,8 +16,8 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <gtest/gtest.h>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -104,7 +104,9 @@ class Program {
   }
 
   std::string SettingsPath() { return folder.Path() + "/Orvane.dat"; }
-  void PutSettings(const std::string& text) { EXPECT_TRUE(files.Replace(SettingsPath(), text)); }
+  void PutSettings(const std::string& text) {
+    if (!files.Replace(SettingsPath(), text)) throw std::runtime_error("the settings file is not written");
+  }
   bool Keeps(const std::string& text) { return SettingsText().find(text) != std::string::npos; }
   std::string SettingsText() { return files.Content(SettingsPath()).value_or("(no file)"); }
   /// Commands as the meter heard them, in order.
@@ -125,7 +127,7 @@ class Program {
   const std::string& Ref() const { return orvane->Meter().reflected.dbxPower->digitdisplay(); }
   const std::string& Ratio() const { return orvane->Meter().dbxVSWR->digitdisplay(); }
   const std::string& Status() const { return orvane->Meter().lblShowStatus->Caption(); }
-  int Lit(const GraphControls& graph) const {
+  static int Lit(const GraphControls& graph) {
     int lit = 0;
     for (const auto& shape : graph.shpGraph)
       lit += shape->BackStyle();
@@ -150,13 +152,6 @@ class Program {
 
  private:
   bool ended_ = false;
-};
-
-/// Tests on a program whose meter streams already.
-class StreamingTest : public testing::Test {
- protected:
-  void SetUp() override { ASSERT_TRUE(program.StartStreaming()); }
-  Program program{MeterAt(38400)};
 };
 
 }  // namespace orvane

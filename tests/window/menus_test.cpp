@@ -1,6 +1,6 @@
 #include "window/menus.h"
 
-#include "tests/support/program.h"
+#include "tests/support/face.h"
 
 #include <gtest/gtest.h>
 #include <string>

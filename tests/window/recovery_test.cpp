@@ -1,4 +1,4 @@
-#include "tests/support/program.h"
+#include "tests/support/face.h"
 
 #include <utility>
 
