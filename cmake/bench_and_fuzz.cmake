@@ -29,9 +29,8 @@ if(fuzz_sources AND (ORVANE_SANITIZE OR ORVANE_FUZZ) AND CMAKE_CXX_COMPILER_ID S
   endforeach()
   enable_testing()
   # Counts memory by operators new and delete of its own, which the address sanitizer takes for a mismatch.
-  add_library(fuzz_live_bytes OBJECT EXCLUDE_FROM_ALL fuzz/live_bytes.cpp)
-  target_link_libraries(fuzz_live_bytes PRIVATE orvane_options)
-  target_compile_definitions(fuzz_live_bytes PRIVATE ORVANE_FUZZ_COUNTS_BYTES)
+  add_library(fuzz_counted_new OBJECT EXCLUDE_FROM_ALL tests/steady/counted_new.cpp)
+  target_link_libraries(fuzz_counted_new PRIVATE orvane_options)
   add_custom_target(fuzzers)
   foreach(source IN LISTS fuzz_sources)
     get_filename_component(program ${source} NAME_WE)
@@ -41,8 +40,9 @@ if(fuzz_sources AND (ORVANE_SANITIZE OR ORVANE_FUZZ) AND CMAKE_CXX_COMPILER_ID S
     target_link_options(${program} PRIVATE -fsanitize=fuzzer)
     target_link_libraries(${program} PRIVATE orvane_sim_model orvane_headless orvane_core)
     if(name STREQUAL receive AND NOT ORVANE_SANITIZE)
-      target_compile_definitions(${program} PRIVATE ORVANE_FUZZ_COUNTS_BYTES)
-      target_link_libraries(${program} PRIVATE fuzz_live_bytes)
+      target_link_libraries(${program} PRIVATE fuzz_counted_new)
+    else()
+      target_compile_definitions(${program} PRIVATE ORVANE_HEAP_IS_NOT_COUNTED)
     endif()
     # The first folder receives what is found; the seeds are only read.
     set(found ${CMAKE_BINARY_DIR}/fuzz/${name})

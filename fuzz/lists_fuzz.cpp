@@ -5,6 +5,7 @@
 #include "link/message_classifier.h"
 #include "link/meter_lists.h"
 #include "link/parameter_record.h"
+#include "tests/support/quiet_link.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,36 +18,15 @@ namespace orvane::fuzz {
 namespace {
 
 /// A window that only looks at what it is told.
-struct Window : LinkEvents {
+struct Window : QuietEvents {
   int beeps = 0;
-  void LineHandled() override {}
-  void RxActivity() override {}
-  void TxActivity() override {}
-  void SetModeCommand() override {}
   void ShowStatus(std::string_view text, StatusTone) override {
     Require(text.find_first_of("\x02\x03\r\n") == std::string_view::npos, "the status line has no frames");
   }
-  void StartClearMessageTimer() override {}
-  void ShowMessageText(std::string_view) override {}
   void Beep() override { ++beeps; }
-  void SetHourglass(bool) override {}
-  void EnableFindMeter(bool) override {}
-  void ClickFwdPwrRange(std::int16_t) override {}
-  void ClickRefPwrRange(std::int16_t) override {}
-  bool MayWait() const override { return true; }
-  bool InDipMode() const override { return false; }
-  bool AskOkCancel(std::string_view, std::string_view) override { return false; }
-  void ShowBox(std::string_view, std::string_view) override {}
-  void ReadingsStopped() override {}
 };
-struct Kept : LinkSettings {
-  std::string CommPort() const override { return "2"; }
-  std::string BaudRate() const override { return "38400"; }
-  void SetBaudRate(std::string_view) override {}
+struct Kept : QuietSettings {
   bool PktNotify() const override { return true; }
-  std::int16_t FPwrIndex() const override { return 8; }
-  std::int16_t RPwrIndex() const override { return 8; }
-  void SaveMeterSettings() override {}
 };
 
 bool Within(int value, int low, int high) {

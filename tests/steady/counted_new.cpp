@@ -3,35 +3,45 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <malloc.h>
 #include <new>
 
 namespace {
 bool counting = false;
-int allocations = 0;
+orvane::HeapUse use;
+
+void Give(void* memory) {
+  if (counting && memory != nullptr) use.bytes -= static_cast<std::int64_t>(malloc_usable_size(memory));
+  std::free(memory);
+}
 }  // namespace
 
 void* operator new(std::size_t size) {
-  if (counting) ++allocations;
-  if (void* memory = std::malloc(size)) return memory;
-  throw std::bad_alloc();
+  void* memory = std::malloc(size);
+  if (memory == nullptr) throw std::bad_alloc();
+  if (counting) {
+    ++use.allocations;
+    use.bytes += static_cast<std::int64_t>(malloc_usable_size(memory));
+  }
+  return memory;
 }
 void operator delete(void* memory) noexcept {
-  std::free(memory);
+  Give(memory);
 }
 void operator delete(void* memory, std::size_t /*size*/) noexcept {
-  std::free(memory);
+  Give(memory);
 }
 
 namespace orvane {
 
-void StartCountingAllocations() {
-  allocations = 0;
+void StartCounting() {
+  use = {};
   counting = true;
 }
 
-int StopCountingAllocations() {
+HeapUse StopCounting() {
   counting = false;
-  return allocations;
+  return use;
 }
 
 }  // namespace orvane

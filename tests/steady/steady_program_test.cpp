@@ -1,9 +1,9 @@
 // The whole road of a reading, from the bytes to bars, readouts, lamps and the client program: nothing of it
 // is taken from the heap, whether the screen changes or not.
-#include "link/crc8.h"
 #include "tests/steady/counted_new.h"
 #include "tests/support/fed_program.h"
 #include "tests/support/meter_text.h"
+#include "tests/support/naive_packet.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -13,8 +13,7 @@ namespace orvane {
 namespace {
 
 std::string Packet(std::string_view fields) {
-  const std::string text = "D," + std::string(fields);
-  return "\x02" + text + "\x03" + CRCToHex(CalcCRC8(text, true, false)) + "\r\n";
+  return NaiveLine("D," + std::string(fields));
 }
 
 struct Shown {
@@ -43,13 +42,13 @@ class SteadyProgram : public testing::Test {
       program.Feed(one, 6000);
       program.Feed(other, 6000);
     }
-    StartCountingAllocations();
+    StartCounting();
     for (int i = 0; i < 1000; ++i) {
       program.Feed(one, 6000);
       program.Feed(std::string_view(other).substr(0, 9), 6000);
       program.Feed(std::string_view(other).substr(9), 0);
     }
-    return StopCountingAllocations();
+    return StopCounting().allocations;
   }
   FedProgram program;
   const std::string high = Packet("3000,1000,3.73,1;1");
