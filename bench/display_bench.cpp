@@ -44,22 +44,10 @@ void RoadFloor(benchmark::State& state, const std::string& one, const std::strin
 const std::string kLow = Packet("D,0,0,1.00,0;0");
 const std::string kHigh = Packet("D,3000,1000,3.73,1;1");
 
-void RoadUnchanged(benchmark::State& state) {
-  Road(state, kHigh, kHigh);
-}
-void RoadUnchangedFloor(benchmark::State& state) {
-  RoadFloor(state, kHigh, kHigh);
-}
-void RoadChanged(benchmark::State& state) {
-  Road(state, kLow, kHigh);
-}
-void RoadChangedFloor(benchmark::State& state) {
-  RoadFloor(state, kLow, kHigh);
-}
-BENCHMARK(RoadUnchanged)->Name("road_unchanged");
-BENCHMARK(RoadUnchangedFloor)->Name("road_unchanged/floor");
-BENCHMARK(RoadChanged)->Name("road_changed");
-BENCHMARK(RoadChangedFloor)->Name("road_changed/floor");
+BENCHMARK_CAPTURE(Road, unchanged, kHigh, kHigh)->Name("road_unchanged");
+BENCHMARK_CAPTURE(RoadFloor, unchanged, kHigh, kHigh)->Name("road_unchanged/floor");
+BENCHMARK_CAPTURE(Road, changed, kLow, kHigh)->Name("road_changed");
+BENCHMARK_CAPTURE(RoadFloor, changed, kLow, kHigh)->Name("road_changed/floor");
 
 // Two watts a segment, because the first one is lit by any power that rounds to none.
 std::int16_t WattsFor(std::int64_t lit) {

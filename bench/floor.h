@@ -51,7 +51,7 @@ struct FloorReading {
 inline bool FloorPacket(std::string_view line, FloorReading& reading) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
   const auto etx = line.find('\x03');
-  if (etx == std::string_view::npos || etx + 2 >= line.size() || line[0] != '\x02') return false;
+  if (etx == std::string_view::npos || etx + 2 >= line.size() || !line.starts_with("\x02\x44,")) return false;
   const std::uint8_t crc = FloorCRC(line.substr(1, etx - 1));
   if (line[etx + 1] != kDigits[crc >> 4] || line[etx + 2] != kDigits[crc & 15U]) return false;
   const char* const end = line.data() + etx;

@@ -4,7 +4,10 @@
 #include "link/data_packet.h"
 #include "link/message_classifier.h"
 #include "link/receiver.h"
+#include "platform/headless/serial_port.h"
 #include "platform/headless/virtual_time.h"
+#include "tests/support/forwarded_port.h"
+#include "tests/support/quiet_link.h"
 
 #include <array>
 #include <benchmark/benchmark.h>
@@ -58,50 +61,14 @@ void CheckAndStoreFloor(benchmark::State& state) {
 BENCHMARK(CheckAndStore)->Name("packet");
 BENCHMARK(CheckAndStoreFloor)->Name("packet/floor");
 
-struct FedLine : SerialPort {
+struct FedLine : ForwardedPort {
+  using ForwardedPort::ForwardedPort;
   std::string_view bytes;
   void TakeReceived(std::string& buffer) override { buffer += bytes; }
-  void SetListener(CommListener*) override {}
-  void SetCommPort(int) override {}
-  int CommPort() const override { return 1; }
-  void SetSettings(std::string_view) override {}
-  std::string Settings() const override { return {}; }
-  void Open() override {}
-  void Close() override {}
-  bool PortOpen() const override { return true; }
-  bool Works() override { return true; }
-  void DiscardOutput() override {}
-  void Write(std::string_view) override {}
 };
 
-struct NoSettings : LinkSettings {
-  std::string CommPort() const override { return "1"; }
-  std::string BaudRate() const override { return "38400"; }
-  void SetBaudRate(std::string_view) override {}
-  bool PktNotify() const override { return false; }
-  std::int16_t FPwrIndex() const override { return 0; }
-  std::int16_t RPwrIndex() const override { return 0; }
-  void SaveMeterSettings() override {}
-};
-
-struct NoEvents : LinkEvents {
+struct CountingEvents : QuietEvents {
   void LineHandled() override { ++lines; }
-  void RxActivity() override {}
-  void TxActivity() override {}
-  void SetModeCommand() override {}
-  void ShowStatus(std::string_view, StatusTone) override {}
-  void StartClearMessageTimer() override {}
-  void ShowMessageText(std::string_view) override {}
-  void Beep() override {}
-  void SetHourglass(bool) override {}
-  void EnableFindMeter(bool) override {}
-  void ClickFwdPwrRange(std::int16_t) override {}
-  void ClickRefPwrRange(std::int16_t) override {}
-  bool InDipMode() const override { return false; }
-  bool AskOkCancel(std::string_view, std::string_view) override { return false; }
-  void ShowBox(std::string_view, std::string_view) override {}
-  void ReadingsStopped() override {}
-  bool MayWait() const override { return true; }
   std::int64_t lines = 0;
 };
 
@@ -112,9 +79,10 @@ struct BareLink {
     receiver.OnComm(CommEvent::kReceive);
   }
   VirtualTime time;
-  FedLine port;
-  NoSettings settings;
-  NoEvents events;
+  HeadlessSerialPort none{time};
+  FedLine port{none};
+  QuietSettings settings;
+  CountingEvents events;
   MeterState state;
   LinkFlags flags;
   MessageClassifier classifier{state, flags, events, settings};

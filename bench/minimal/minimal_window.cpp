@@ -1,6 +1,8 @@
 // The least that shows readings of the meter in a window: COM2 at 38400 bits per second, a read of one byte
 // that is waited for beside the messages, and bars and readouts painted anew on every line. No search, no
 // settings, no face, no range: what this costs is the price of a window and a port alone.
+#include "bench/floor.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -11,48 +13,11 @@
 
 namespace {
 
+using orvane::bench::FloorReading;
+
 constexpr int kWidth = 640;
 constexpr int kHeight = 260;
 constexpr int kPlace = 100;  // pixels from the screen's corner; bench/program looks for its bars there
-
-constexpr std::array<std::uint8_t, 256> kTable = [] {
-  std::array<std::uint8_t, 256> table{};
-  for (int i = 0; i < 256; ++i) {
-    int crc = i;
-    for (int bit = 0; bit < 8; ++bit)
-      crc = (crc & 0x80) != 0 ? (crc << 1 ^ 0xB1) & 0xFF : crc << 1 & 0xFF;
-    table[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(crc);
-  }
-  return table;
-}();
-
-struct Reading {
-  double forward = 0.0;
-  double reflected = 0.0;
-  double vswr = 0.0;
-};
-
-bool ReadPacket(std::string_view line, Reading& reading) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  const auto etx = line.find('\x03');
-  if (etx == std::string_view::npos || etx + 2 >= line.size() ||
-      !line.starts_with("\x02"
-                        "D,"))
-    return false;
-  std::uint8_t crc = 0;
-  for (const char c : line.substr(1, etx - 1))
-    crc = kTable[crc ^ static_cast<std::uint8_t>(c)];
-  crc ^= 0xFFU;
-  if (line[etx + 1] != kDigits[crc >> 4] || line[etx + 2] != kDigits[crc & 15U]) return false;
-  const char* at = line.data() + 2;
-  for (double* number : {&reading.forward, &reading.reflected, &reading.vswr}) {
-    if (*at != ',') return false;
-    const auto end = std::from_chars(at + 1, line.data() + etx, *number);
-    if (end.ec != std::errc()) return false;
-    at = end.ptr;
-  }
-  return true;
-}
 
 /// The window's picture in memory, painted whole and copied to the screen.
 class Face {
@@ -72,7 +37,7 @@ class Face {
     ground_ = ::CreateSolidBrush(RGB(34, 40, 46));
     Draw();
   }
-  void Show(const Reading& reading) {
+  void Show(const FloorReading& reading) {
     reading_ = reading;
     Draw();
     const HDC screen = ::GetDC(window_);
@@ -109,7 +74,7 @@ class Face {
   HBRUSH lit_ = nullptr;
   HBRUSH dark_ = nullptr;
   HBRUSH ground_ = nullptr;
-  Reading reading_;
+  FloorReading reading_;
 };
 
 /// COM2. One byte is asked for; when it is there, what has queued up behind it is read at once.
@@ -182,14 +147,6 @@ LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wide, LPARAM param)
   }
 }
 
-void ShowLines(std::string& buffer, Face& face) {
-  for (std::size_t end = 0; (end = buffer.find('\n')) != std::string::npos;) {
-    Reading reading;
-    if (ReadPacket(std::string_view(buffer).substr(0, end), reading)) face.Show(reading);
-    buffer.erase(0, end + 1);
-  }
-}
-
 bool HandleMessages() {
   MSG message;
   while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
@@ -218,14 +175,19 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
   ::UpdateWindow(window);
   Port port;
   if (!port.Open()) return 2;
-  std::string buffer;
+  orvane::bench::FloorReceiver receiver;
+  std::string bytes;
   const HANDLE arrived = port.Arrived();
   while (HandleMessages()) {
     if (::MsgWaitForMultipleObjectsEx(1, &arrived, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE) !=
         WAIT_OBJECT_0)
       continue;
-    if (!port.Take(buffer)) return 3;
-    ShowLines(buffer, face);
+    bytes.clear();
+    if (!port.Take(bytes)) return 3;
+    receiver.Receive(bytes, [&face](std::string_view line) {
+      FloorReading reading;
+      if (orvane::bench::FloorPacket(line, reading)) face.Show(reading);
+    });
   }
   return 0;
 }
