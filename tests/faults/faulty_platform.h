@@ -139,31 +139,22 @@ struct FaultySystem : SystemInfo, Failing<SystemInfo> {
 /// A platform in front of another one, of whose calls one fails.
 class FaultyPlatform {
  public:
-  FaultyPlatform(FaultSwitch& faults, const Platform& behind)
-      : clock_(faults, behind.clock),
-        pump_(faults, behind.pump),
-        port_(faults, behind.port),
-        profiles_(faults, behind.profiles),
-        files_(faults, behind.files),
-        windows_(faults, behind.windows),
-        instance_(faults, behind.instance),
-        shell_(faults, behind.shell),
-        clients_(faults, behind.clients),
-        ports_(faults, behind.ports),
-        system_(faults, behind.system) {}
+  FaultyPlatform(FaultSwitch& faults, const Platform& behind) : faults_(faults), behind_(behind) {}
 
  private:
-  FaultyClock clock_;
-  FaultyPump pump_;
-  FaultyPort port_;
-  FaultyProfiles profiles_;
-  FaultyFiles files_;
-  FaultyWindows windows_;
-  FaultyInstance instance_;
-  FaultyShell shell_;
-  FaultyClients clients_;
-  FaultyPorts ports_;
-  FaultySystem system_;
+  FaultSwitch& faults_;
+  const Platform& behind_;
+  FaultyClock clock_{faults_, behind_.clock};
+  FaultyPump pump_{faults_, behind_.pump};
+  FaultyPort port_{faults_, behind_.port};
+  FaultyProfiles profiles_{faults_, behind_.profiles};
+  FaultyFiles files_{faults_, behind_.files};
+  FaultyWindows windows_{faults_, behind_.windows};
+  FaultyInstance instance_{faults_, behind_.instance};
+  FaultyShell shell_{faults_, behind_.shell};
+  FaultyClients clients_{faults_, behind_.clients};
+  FaultyPorts ports_{faults_, behind_.ports};
+  FaultySystem system_{faults_, behind_.system};
 
  public:
   Platform platform{clock_,    pump_,  port_,    profiles_, files_, windows_,
