@@ -56,9 +56,10 @@ bool MeterSearch::FindMeterQuietly() {
   return link_.flags.MeterFound;
 }
 
-// A port that worked and does not open again was lost in the moment for which it was closed.
+// A port that worked and does not open again was lost in the moment for which it was closed; one that is open
+// and does not work, before the system told so.
 bool MeterSearch::LostBetweenAttempts() {
-  if (link_.flags.GoodSpeed.empty() || link_.flags.PortGone || link_.port.PortOpen()) return false;
+  if (link_.flags.GoodSpeed.empty() || link_.flags.PortGone || link_.port.Works()) return false;
   LosePort(link_);
   return true;
 }

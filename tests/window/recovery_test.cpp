@@ -46,6 +46,16 @@ TEST_F(RecoveryTest, AnUnpluggedPortComesBackByItself) {
   EXPECT_TRUE(program.Close());
 }
 
+// The attempt fails before the system tells of the loss.
+TEST_F(RecoveryTest, ALossInTheMomentInWhichASearchBegins) {
+  program.time.Post(EventKind::kInput, 1000, [&] { program.port.Lose(); });
+  program.port.Raise(CommEvent::kFrame);
+  program.RunFor(2000);
+  EXPECT_EQ(program.Status(), "Port Lost");
+  program.port.SetPresent(true);
+  EXPECT_TRUE(Lives(3000));
+}
+
 // The showing of a line lets arrivals in, and the loss is one: what is shown of that line must not stay.
 TEST_F(RecoveryTest, ALossWhileALineIsShown) {
   program.line.Meter.SetPower(300, 10);
