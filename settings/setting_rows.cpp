@@ -17,22 +17,21 @@ constexpr std::string_view kUser = "USER-SETTINGS";
 constexpr std::size_t kLongestValue = 254;
 
 constexpr std::array kMeterRows{
-    SettingRow{kMeter, "COMM-PORT", &UserSettings::CommPort, "number of the serial port"},
-    SettingRow{kMeter, "BAUD-RATE", &UserSettings::BaudRate, "speed of the serial port, bits per second"},
+    SettingRow{kMeter, "COMM-PORT", &UserSettings::CommPort},
+    SettingRow{kMeter, "BAUD-RATE", &UserSettings::BaudRate},
 };
 
 constexpr std::array kUserRows{
-    SettingRow{kUser, "FORM-ON-TOP", &UserSettings::FormOnTop, "keep the window above others"},
+    SettingRow{kUser, "FORM-ON-TOP", &UserSettings::FormOnTop},
     // Kept among the port's settings, read and written with the user's.
-    SettingRow{kMeter, "PKTNOTIFY", &UserSettings::PktNotify, "beep when the meter acknowledges"},
-    SettingRow{kUser, "FORM-TOP", &UserSettings::FormTop, "top edge of the window, twips"},
-    SettingRow{kUser, "FORM-LEFT", &UserSettings::FormLeft, "left edge of the window, twips"},
-    SettingRow{kUser, "FORM-REGION", &UserSettings::FormRegion, "0 short view, 1 full view"},
-    SettingRow{kUser, "F-PWR-INDEX", &UserSettings::FPwrIndex, "range of the forward power bar, 8 automatic"},
-    SettingRow{kUser, "R-PWR-INDEX", &UserSettings::RPwrIndex,
-               "range of the reflected power bar, 8 automatic"},
-    SettingRow{kUser, "CLIENT-APP", &UserSettings::ClientApp, "caption of the window that gets the readings"},
-    SettingRow{kUser, "CLIENT-MSG-ID", &UserSettings::ClientMsgId, "number sent with each reading"},
+    SettingRow{kMeter, "PKTNOTIFY", &UserSettings::PktNotify},
+    SettingRow{kUser, "FORM-TOP", &UserSettings::FormTop},
+    SettingRow{kUser, "FORM-LEFT", &UserSettings::FormLeft},
+    SettingRow{kUser, "FORM-REGION", &UserSettings::FormRegion},
+    SettingRow{kUser, "F-PWR-INDEX", &UserSettings::FPwrIndex},
+    SettingRow{kUser, "R-PWR-INDEX", &UserSettings::RPwrIndex},
+    SettingRow{kUser, "CLIENT-APP", &UserSettings::ClientApp},
+    SettingRow{kUser, "CLIENT-MSG-ID", &UserSettings::ClientMsgId},
 };
 
 bool IsControl(char c) {
@@ -103,12 +102,6 @@ void SetFromText(const SettingRow& row, std::string_view text, UserSettings& set
         settings.*member = ValueOf<Value>(text);
       },
       row.member);
-}
-
-std::string_view KindText(const SettingRow& row) {
-  constexpr std::array<std::string_view, std::variant_size_v<SettingMember>> kinds{
-      "text", "True or False", "0 to 255", "-32768 to 32767", "-2147483648 to 2147483647"};
-  return kinds.at(row.member.index());
 }
 
 bool CanKeep(std::string_view text) {

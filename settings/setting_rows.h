@@ -14,12 +14,11 @@ using SettingMember =
     std::variant<std::string UserSettings::*, bool UserSettings::*, std::uint8_t UserSettings::*,
                  std::int16_t UserSettings::*, std::int32_t UserSettings::*>;
 
-/// One setting of the file. The rows drive loading and saving, and whatever else lists the settings.
+/// One setting of the file. The rows drive loading and saving.
 struct SettingRow {
   std::string_view section;
   std::string_view key;
   SettingMember member;
-  std::string_view meaning;  ///< one line for a person
 };
 
 /// Port and speed, kept when they are applied or found.
@@ -35,8 +34,6 @@ std::string DefaultText(const SettingRow& row);
 /// Takes the file's text into the record.
 /// @throws RuntimeError kTypeMismatch or kOverflow when it cannot be converted; the record is as it was then
 void SetFromText(const SettingRow& row, std::string_view text, UserSettings& settings);
-/// "text", "True or False", "0 to 255", ...
-std::string_view KindText(const SettingRow& row);
 
 /// True when the file gives this text back as it is. It cannot keep control characters, blanks at an end, a
 /// pair of quotes around the whole, or more than 254 characters.

@@ -1,8 +1,6 @@
 #include "base/text.h"
 #include "tests/settings/user_settings_fixture.h"
 
-#include <map>
-
 namespace orvane {
 namespace {
 
@@ -22,23 +20,6 @@ TEST_F(UserSettingsFile, TheFirstRunHasTheDefaultsAndMakesTheFile) {
   run.kept.SaveMeterSettings();
   EXPECT_TRUE(FileBytes(path_).ends_with(
       "[METER-SETTINGS]\r\nPKTNOTIFY=False\r\nCOMM-PORT=2\r\nBAUD-RATE=38400\r\n"));
-}
-
-TEST_F(UserSettingsFile, EveryRowCanBeToldToAPerson) {
-  const std::map<std::string_view, std::string_view> kinds{{"FORM-ON-TOP", "True or False"},
-                                                           {"PKTNOTIFY", "True or False"},
-                                                           {"FORM-TOP", "-2147483648 to 2147483647"},
-                                                           {"FORM-LEFT", "-2147483648 to 2147483647"},
-                                                           {"FORM-REGION", "0 to 255"},
-                                                           {"F-PWR-INDEX", "-32768 to 32767"},
-                                                           {"R-PWR-INDEX", "-32768 to 32767"},
-                                                           {"CLIENT-APP", "text"},
-                                                           {"CLIENT-MSG-ID", "-2147483648 to 2147483647"}};
-  ASSERT_EQ(UserSettingRows().size(), kinds.size());
-  for (const SettingRow& row : UserSettingRows()) {
-    EXPECT_EQ(KindText(row), kinds.at(row.key)) << row.key;
-    EXPECT_FALSE(row.meaning.empty()) << row.key;
-  }
 }
 
 TEST_F(UserSettingsFile, WhatItDoesNotKnowStays) {
