@@ -43,7 +43,6 @@ class Control {
   void SetBounds(const Rect& bounds);
   void MoveTo(int left, int top) { SetBounds({left, top, Width(), Height()}); }
   void SetTop(int top) { MoveTo(Left(), top); }
-  void SetLeft(int left) { MoveTo(left, Top()); }
   void SetVisible(bool visible);
 
  protected:

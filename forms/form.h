@@ -26,7 +26,6 @@ class Form : public WindowedControl {
   std::function<void(WindowedControl& control, FocusNews news)> FocusTold;
 
   const std::string& Caption() const { return WindowText(); }
-  Color BackColor() const { return back_color_; }
   void SetBackColor(Color color) {
     if (Assign(back_color_, color)) Invalidate();
   }

@@ -19,7 +19,6 @@ class Timer {
   /// May switch its timer, replace itself, and end the timer.
   std::function<void()> Tick;
 
-  int Interval() const { return interval_; }
   bool Enabled() const { return enabled_; }
   void SetEnabled(bool enabled);
 

@@ -69,13 +69,12 @@ inline constexpr Rect kDipCaption{6585, 1710, 1245, 165};
 // What the two views show at different places
 struct ViewTops {
   Point vswr;
-  int status = 0;
   int port = 0;
   int alarm_labels = 0;
   int alarm_lamps = 0;
 };
-inline constexpr ViewTops kFullTops{{6615, 3000}, 3480, 3510, 3495, 3525};
-inline constexpr ViewTops kShortTops{{7890, 960}, 1390, 1400, 1410, 1440};
+inline constexpr ViewTops kFullTops{{kVSWR.left, kVSWR.top}, kPort.top, kSWRLabel.top, kSWRLamp.top};
+inline constexpr ViewTops kShortTops{{7890, 960}, 1400, 1410, 1440};
 inline constexpr int kShortStatusGap = 25;  // below the forward frame
 inline constexpr Rect kShortForwardSegment{30, 30, 105, 255};
 inline constexpr Rect kShortReflectedSegment{30, 315, 105, 135};

@@ -2,13 +2,13 @@
 
 #include "base/runtime_error.h"
 #include "window/layout.h"
+#include "window/palette.h"
 
 namespace orvane {
 namespace {
 
 constexpr int kFindMeterMs = 1000;
 constexpr int kTrayRetryMs = 5000;
-constexpr Color kFaceColor = MakeColor(0x22, 0x28, 0x2E);
 
 }  // namespace
 
@@ -39,7 +39,7 @@ Orvane::Orvane(Platform& platform)
       tray_retry_(platform.windows, platform.clock, kTrayRetryMs),
       TimerFindMeter_(platform.windows, platform.clock, kFindMeterMs),
       port_watch_(platform.windows, platform.clock, PortWatch::kTickMs) {
-  form_.SetBackColor(kFaceColor);
+  form_.SetBackColor(palette::kFace);
   TimerFindMeter_.Tick = [this] { link_.FindMeter(); };
   port_watch_.Tick = [this] {
     panels_.RefreshClientState();

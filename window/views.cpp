@@ -29,7 +29,8 @@ void Views::LayOut(bool full) {
   meter_.shpResetAlarm->SetVisible(full);
   meter_.dbxVSWR->MoveTo(tops.vswr.x, tops.vswr.y);
   const PictureBox& graph = *meter_.forward.pbxGraph;
-  meter_.lblShowStatus->SetTop(full ? tops.status : graph.Top() + graph.Height() + layout::kShortStatusGap);
+  meter_.lblShowStatus->SetTop(full ? layout::kStatus.top
+                                    : graph.Top() + graph.Height() + layout::kShortStatusGap);
   meter_.lblPort->SetTop(tops.port);
   meter_.imgTx->SetTop(tops.port);
   meter_.imgRx->SetTop(tops.port);
