@@ -5,6 +5,7 @@
 
 namespace orvane {
 
+// Display modes, numbered as the operation modes of the meter.
 inline constexpr std::int16_t kFastMode = 0;
 inline constexpr std::int16_t kMediumMode = 1;
 inline constexpr std::int16_t kSlowMode = 2;

@@ -10,7 +10,8 @@ namespace orvane {
 /// How a call sign's zero is sent and shown (Windows-1252): the meter's digit 0 looks like the letter O.
 inline constexpr char kSlashedZero = '\xD8';
 
-/// The call-sign message: a field of 17 characters, of which the meter takes 16.
+/// The call-sign message: a field of 17 characters, of which the meter takes 16. docs/protocol.md, "Replies"
+/// and "Changing a parameter".
 class CallText {
  public:
   static constexpr std::size_t kWidth = 17;

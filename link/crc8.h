@@ -29,10 +29,9 @@ constexpr const std::array<std::uint8_t, 256>& InitCRC8Table() {
 }
 
 /// CRC of the text without its STX and ETX characters. Allocates nothing.
-/// @param invert   complement the result
-/// @param strip_crc leave out the last two characters, the received digits; texts under 5 characters are
-/// taken
-///                 whole all the same
+/// @param invert     complement the result
+/// @param strip_crc  leave out the last two characters, the received digits; texts under 5 characters are
+///                   taken whole all the same
 /// @return 0 for an empty text, whatever `invert` says
 std::uint8_t CalcCRC8(std::string_view text, bool invert, bool strip_crc);
 

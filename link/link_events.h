@@ -5,8 +5,9 @@
 
 namespace orvane {
 
+/// How a text of the status line looks.
 enum class StatusTone {
-  kNormal,
+  kNormal,  ///< dark blue
   kUrgent,  ///< in red, colour value 255
 };
 

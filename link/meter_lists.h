@@ -14,7 +14,8 @@ namespace orvane {
 /// Thresholds of the VSWR alarm settings 1..4; setting 0 is off.
 inline constexpr std::array<float, 4> kVSWRThresholds{1.5F, 2.0F, 2.5F, 3.0F};
 
-/// What panels and menus offer, made from the meter's replies after each parameter load.
+/// What panels and menus offer, made from the meter's replies after each parameter load. docs/protocol.md,
+/// "Replies", has what becomes of lists that are too short or no numbers.
 struct MeterLists {
   struct Item {
     std::string Text;

@@ -41,7 +41,7 @@ struct MeterState {
   bool ReadingsSeen = false;        ///< a packet came, in this run of the program
   std::int32_t ForwardPower = 0;    ///< watts
   std::int32_t ReflectedPower = 0;  ///< watts
-  float VSWR = 0.0F;
+  float VSWR = 0.0F;                ///< a ratio, two decimals
   Bool16 SWRAlarm = kFalse;
   Bool16 PwrAlarm = kFalse;
 

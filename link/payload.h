@@ -12,7 +12,7 @@ namespace orvane {
 std::string ExtractPayload(std::string_view message);
 
 /// The payload without the first `letter` in it, as a 16-bit number rounded to nearest (ties to even);
-/// nothing when it is no number. @throws RuntimeError kOverflow
+/// nothing when it is no number. docs/protocol.md, "Replies". @throws RuntimeError kOverflow
 std::optional<std::int16_t> PayloadNumber(std::string_view message, char letter);
 
 }  // namespace orvane

@@ -7,7 +7,8 @@
 
 namespace orvane {
 
-/// Watches the port and the stream, and brings both back without asking anybody.
+/// Watches the port and the stream, and brings both back without asking anybody. docs/protocol.md, "When the
+/// line fails".
 ///
 /// - A port that is lost in use is closed at once; its readings count for nothing any more. It is tried again
 ///   twice a second, without a word; when it opens, the meter is searched at once, so that readings are live

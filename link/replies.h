@@ -31,8 +31,9 @@ struct ReplyContext {
 /// @throws RuntimeError kOverflow, kTypeMismatch; later steps of the handler are left out then
 using ReplyHandler = void (*)(ReplyContext& context, std::string_view message);
 
+/// What becomes of the replies of one letter.
 struct Reply {
-  char letter;
+  char letter;  ///< case counts
   ReplyHandler handler;
   bool beep;  ///< the operator may want to hear it
 };

@@ -6,7 +6,7 @@
 namespace orvane {
 
 /// Everything received and not yet consumed. Each byte is looked at once for the end of a line and moved a
-/// bounded number of times, however the bytes arrive.
+/// bounded number of times, however the bytes arrive. docs/protocol.md, "Frames".
 class RxBuffer {
  public:
   /// What arrived last goes to the end of this text; nothing else may be done to it.

@@ -13,7 +13,7 @@ namespace orvane {
 std::string StringToBytes(std::string_view text, EventPump& pump);
 
 /// The sending side of the line. Nothing here fails: a step that cannot be done is left out, and the sequence
-/// above sees it by the missing reply.
+/// above sees it by the missing reply. docs/protocol.md, "Commands".
 class Transmitter {
  public:
   explicit Transmitter(const LinkContext& link) : link_(link) {}

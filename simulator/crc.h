@@ -1,5 +1,6 @@
 // The meter's own frame check and message framing. Worked out bit by bit and sharing nothing with the
-// desktop program, so that a mistake in the program's table shows up as a refused frame.
+// desktop program, so that a mistake in the program's table shows up as a refused frame. docs/protocol.md,
+// "Frames" and "Check digits".
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,5 @@
 // What the meter keeps: its settings, the fixed texts of its model, and the rules for changing them.
+// docs/protocol.md, "Replies" and "Changing a parameter", has the letters.
 #pragma once
 
 #include <optional>
