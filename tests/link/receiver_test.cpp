@@ -29,6 +29,17 @@ TEST_F(ReceiverTest, DoesNotEnterItself) {
   EXPECT_EQ(events.rx, 4);
 }
 
+TEST_F(ReceiverTest, APortThatGoesWhileALineIsShownIsLostBehindIt) {
+  events.on_line = [this] {
+    port.Lose();
+    time.DeliverArrivals();
+    EXPECT_FALSE(link.Flags().PortGone);
+  };
+  Feed(Line("S1"));
+  EXPECT_TRUE(link.Flags().PortGone);
+  EXPECT_FALSE(port.PortOpen()) << "it can be opened anew";
+}
+
 TEST_F(ReceiverTest, FaultsStopAndTheEndOfTheProcessPasses) {
   events.on_line = [this] {
     if (events.lines == 1) throw RuntimeError(Fault::kOverflow, "showing a reading");  // costs one line
@@ -67,6 +78,14 @@ TEST(RxBuffer, GivesUpWhatWasRead) {
     EXPECT_EQ(buffer.Tail().size(), kept) << lines;
     EXPECT_EQ(buffer.Size(), (4096 - lines) * kLineBytes) << lines;
   }
+}
+
+TEST(RxBuffer, AnEmptyLineBehindALongOneIsALine) {
+  RxBuffer buffer;
+  std::string line;
+  buffer.Tail() = std::string(1 << 16, 'x') + "\n\n";
+  ASSERT_TRUE(buffer.CutLine(line) && buffer.CutLine(line));
+  EXPECT_EQ(line, "\n");
 }
 
 TEST(RxBuffer, HoursOfNoiseDoNotFillTheMemory) {

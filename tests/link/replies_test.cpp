@@ -40,10 +40,19 @@ TEST_F(Replies, VersionCountsOnlyInASearch) {
   replies["v?"] = "vWattmeter 2.14";
   link.FindMeter();
   EXPECT_EQ(link.State().FirmwareVersion, "");
-  replies["v?"] = "vvox VERSION 2  ";
-  link.FindMeter();
+  EXPECT_TRUE(events.FindMeterEnabled());
+  Feed(Line("vvox VERSION 2  "));
+  EXPECT_FALSE(events.FindMeterEnabled()) << "too late for its attempt, it keeps the next from starting";
   Feed(Line("vVersion 3"));
   EXPECT_EQ(link.State().FirmwareVersion, "vox VERSION 2");
+}
+
+TEST_F(Replies, ANoticeDuringASearchIsAReasonToTrySoon) {
+  bool tries_soon = false;
+  events.on_line = [&] { tries_soon = events.FindMeterEnabled(); };
+  replies["v?"] = "!Restarted";
+  link.FindMeter();
+  EXPECT_TRUE(tries_soon);
 }
 
 TEST_F(Replies, AFaultyHandlerIsLeftAndTheNextLineGoesOn) {
@@ -53,6 +62,7 @@ TEST_F(Replies, AFaultyHandlerIsLeftAndTheNextLineGoesOn) {
   EXPECT_EQ(events.log, (std::vector<std::string>{"mode", "beep", "beep"}));
   EXPECT_EQ(link.State().ParamV, 3);
   EXPECT_EQ(events.lines, 2);
+  EXPECT_EQ(link.Flags().Replies, 2U);
 }
 
 }  // namespace
