@@ -26,7 +26,6 @@ import signal
 import subprocess
 import sys
 import tempfile
-import termios
 import threading
 import time
 import unittest
@@ -39,6 +38,8 @@ import wine_lab  # noqa: E402
 DIST = pathlib.Path(os.environ.get("ORVANE_DIST", ROOT / "dist/win64"))
 SIMULATOR = pathlib.Path(os.environ.get("ORVANE_SIM", ROOT / "build/native/orvane-sim"))
 INSPECTOR = pathlib.Path(os.environ.get("ORVANE_INSPECT", ROOT / "build/win64/tests/wine/win_inspect.exe"))
+# Beside the inspector, in the build folder.
+CLIENT = pathlib.Path(os.environ.get("ORVANE_CLIENT", INSPECTOR.parents[2] / "examples/client/ov_client.exe"))
 SCREENSHOTS = ROOT / "build" / "screenshots"
 
 CAPTION = "Orvane Lite"
@@ -46,7 +47,7 @@ PROGRAM = "Orvane.exe"
 SETTINGS = "Orvane.dat"
 PORT = "COM2"
 
-WM_CLOSE, WM_SYSCOMMAND = 0x10, 0x112
+WM_CLOSE, WM_RBUTTONUP, WM_LBUTTONDBLCLK = 0x10, 0x205, 0x203
 
 
 def wait_until(condition, what="the condition", timeout=10.0, interval=0.05):
@@ -59,22 +60,6 @@ def wait_until(condition, what="the condition", timeout=10.0, interval=0.05):
         if time.monotonic() > deadline:
             raise AssertionError(f"waited {timeout:g} s in vain for {what}")
         time.sleep(interval)
-
-
-def terminal_state(link):
-    """What a link points to and whether that is a terminal that works, in words."""
-    try:
-        device = os.readlink(link)
-        terminal = os.open(link, os.O_RDWR | os.O_NOCTTY | os.O_NONBLOCK)
-    except OSError as error:
-        return str(error)
-    try:
-        termios.tcgetattr(terminal)
-        return f"-> {device}, a terminal that works"
-    except termios.error as error:
-        return f"-> {device}, no terminal: {error}"
-    finally:
-        os.close(terminal)
 
 
 def center(rect):
@@ -158,12 +143,6 @@ class Meter:
             raise AssertionError(f"the simulated meter answered {text!r} with {answer[0]!r}")
         return answer
 
-    def last_packet(self):
-        """The readings that it sent last: watts "fwd" and "ref", "vswr", and the flags of the alarms; None before
-        the first."""
-        words = self.command("packets 1")[0].split()
-        return dict(zip(words[1::2], map(float, words[2::2]))) if len(words) > 1 else None
-
     @property
     def log(self):
         """The lines of its log so far."""
@@ -198,15 +177,11 @@ class Meter:
 
 
 class Window:
-    """What the inspector told about one window; rect is (left, top, right, bottom) on the screen."""
+    """What the inspector told about one window: hwnd, parent, owner, pid, program, class_name, text, visible, enabled,
+    style, ex_style, and rect, which is (left, top, right, bottom) on the screen."""
 
     def __init__(self, fields):
-        self.hwnd, self.parent, self.owner = fields["hwnd"], fields["parent"], fields["owner"]
-        self.pid, self.program = fields["pid"], fields["program"]
-        self.class_name, self.text, self.id = fields["class"], fields["text"], fields["id"]
-        self.rect = tuple(fields["rect"])
-        self.visible, self.enabled = fields["visible"], fields["enabled"]
-        self.style, self.ex_style = fields["style"], fields["ex_style"]
+        vars(self).update(fields, rect=tuple(fields["rect"]))
 
     @property
     def center(self):
@@ -222,6 +197,22 @@ class Window:
         return f"<{self.class_name} {self.text!r} {self.rect}{state}>"
 
 
+# By the system's numbers
+ROLES = {3: "scroll bar", 8: "alert", 10: "client", 18: "dialog", 20: "group", 30: "link", 40: "picture", 41: "label",
+         42: "text", 43: "button", 44: "check box", 45: "choice", 46: "list", 48: "bar", 57: "menu button"}
+STATES = {0x100000: "focusable", 0x10: "checked", 0x40: "readonly", 0x40000000: "popup", 0x400000: "linked",
+          0x1: "unavailable", 0x8000: "invisible"}
+
+
+def accessible_line(found):
+    """One accessible object as text. That everything which is no decoration has a name is seen at once."""
+    states = " ".join(word for bit, word in STATES.items() if found["state"] & bit)
+    said = [ROLES.get(found["role"], str(found["role"])), found["name"] or "-", found["value"] or "-", states]
+    while said[-1] in ("", "-"):
+        said.pop()
+    return "  " * found["level"] + " | ".join(said)
+
+
 class Inspector:
     """win_inspect.exe, kept running: one question costs a millisecond."""
 
@@ -229,10 +220,11 @@ class Inspector:
         self._process = prefix.start(
             INSPECTOR, stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True, bufsize=1)
         self._answers = LineReader(self._process.stdout)
+        self._events = []
 
-    def ask(self, *words, timeout=20):
+    def ask(self, verb, hwnd=0, *words, timeout=20):
         """Gives a command; returns the answer's objects, or None where it could not be done (no such window)."""
-        self._process.stdin.write(" ".join(map(str, words)) + "\n")
+        self._process.stdin.write(" ".join(map(str, (verb, hwnd, *words))) + "\n")
         self._process.stdin.flush()
         answer = []
         while True:
@@ -241,8 +233,8 @@ class Inspector:
                 raise AssertionError("the inspector ended")
             fields = json.loads(line)
             if "end" in fields:
-                return answer if fields.get("ok", True) else None
-            answer.append(fields)
+                return answer if fields["end"] else None
+            (self._events if "event" in fields else answer).append(fields)
 
     def windows(self):
         """All windows of all programs, each top-level window followed by its children."""
@@ -253,15 +245,23 @@ class Inspector:
         answer = self.ask("window", hwnd)
         return answer and Window(answer[0])
 
-    @contextlib.contextmanager
-    def file_held(self, path):
-        """A file that no other program can open meanwhile."""
-        if self.ask("hold", windows_path(path)) is None:
-            raise AssertionError(f"{path} could not be held open")
-        try:
-            yield
-        finally:
-            self.ask("release")
+    # --- as a screen reader
+
+    def tree(self, window):
+        """What a window holds, outermost first, a line each: role, name, value, states, with blanks by depth."""
+        return [accessible_line(found) for found in self.ask("tree", window.hwnd)]
+
+    def object(self, window):
+        """What a window is told as."""
+        return self.ask("object", window.hwnd)[0]
+
+    def events(self, seconds=0):
+        """The events since the last call, as (word, window, milliseconds), after waiting for more; ask("watch") is
+        their begin."""
+        time.sleep(seconds)
+        events = [*self._events, *map(json.loads, self._answers.drain())]
+        self._events = []
+        return [(event["event"], event["hwnd"], event["tick"]) for event in events]
 
     def close(self):
         self._process.stdin.close()
@@ -273,24 +273,39 @@ class Inspector:
         self._process.stdout.close()
 
 
+Message = collections.namedtuple("Message", "tag count data refused")
+
+
 class Client:
-    """A program that receives readings: a window with a caption, and what came to it by WM_COPYDATA."""
+    """The program that gets readings: ov_client.exe with a log of what came to it."""
 
-    def __init__(self, prefix, caption):
-        self._inspector = Inspector(prefix)
-        self._inspector.ask("client", caption)
-        self._received = []
+    def __init__(self, desktop, folder, caption="OVClient", *arguments):
+        self._desktop, self._log = desktop, folder / "client.log"
+        self._log.unlink(missing_ok=True)
+        before = {window.hwnd for window in desktop.inspector.windows()}
+        self.process = desktop.prefix.start(CLIENT, "--caption", caption, "--log", windows_path(self._log), *arguments)
+        # Not by its caption: one that hangs already does not tell it.
+        self.window = wait_until(
+            lambda: next((window for window in desktop.inspector.windows()
+                          if window.class_name == "OrvaneExampleClient" and window.hwnd not in before), None),
+            "the client's window")
 
-    @property
-    def received(self):
-        """All messages so far, as (tag, bytes)."""
-        for line in self._inspector._answers.drain():
-            fields = json.loads(line)
-            self._received.append((fields["tag"], bytes.fromhex(fields["bytes"])))
-        return self._received
+    def messages(self):
+        """All messages so far."""
+        # The line that is just being written is left out.
+        lines = self._log.read_text().split("\n")[:-1] if self._log.exists() else []
+        words = [line.split() for line in lines]
+        return [Message(int(w[0]), int(w[1]), bytes.fromhex(w[2]), w[3:] == ["refused"]) for w in words]
 
-    def close(self):
-        self._inspector.close()
+    def shown(self):
+        """The texts of its window: number and note."""
+        return tuple(window.text for window in self._desktop.inspector.windows()
+                     if window.parent == self.window.hwnd)
+
+    def kill(self):
+        if self.process.poll() is None:
+            self.process.kill()
+            self.process.wait()
 
 
 class Screen:
@@ -309,16 +324,6 @@ class Screen:
         left, top, right, bottom = rect
         return collections.Counter(self.pixel(x, y) for y in range(top, bottom) for x in range(left, right))
 
-    def count(self, rect, color):
-        """How many pixels of a rectangle (left, top, right, bottom) have exactly this colour."""
-        left, top, right, bottom = rect
-        wanted = bytes(color)
-        total = 0
-        for y in range(max(top, 0), min(bottom, self.height)):
-            row = self._rgb[(y * self.width + left) * 3:(y * self.width + right) * 3]
-            total += sum(row[i:i + 3] == wanted for i in range(0, len(row), 3))
-        return total
-
 
 class Desktop:
     """A virtual display with one Wine prefix, an inspector in it, and mouse and keyboard."""
@@ -336,7 +341,6 @@ class Desktop:
             undo.callback(self.inspector.close)
             self._wait_for_port(link)
             undo.pop_all()
-        self._link = link
         self._env = {**os.environ, "DISPLAY": self.display.name}
 
     def _wait_for_port(self, link):
@@ -345,28 +349,11 @@ class Desktop:
         self.inspector.windows()
         port = self.prefix.path / "dosdevices" / PORT.lower()
         if not port.is_symlink() or os.readlink(port) != str(link):
-            raise AssertionError(f"Wine started without {PORT}:\n{self.port_report(link)}")
+            raise AssertionError(f"Wine started without {PORT}: {self.ports()}")
 
-    def port_report(self, link=None):
-        """What there is of the serial line, from the meter up to Wine: for the tests that fail on it."""
-        link = pathlib.Path(link or self._link)
-        return "\n".join([
-            f"{link}: {terminal_state(link)}",
-            *(f"dosdevices/{entry.name} -> {os.readlink(entry)}"
-              for entry in sorted((self.prefix.path / "dosdevices").iterdir())),
-            *self._registry(r"HKLM\Software\Wine\Ports"),
-            *self._registry(r"HKLM\HARDWARE\DEVICEMAP\SERIALCOMM"),
-        ])
-
-    def _registry(self, key):
-        query = self.prefix.start("reg", "query", key, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                                  stderr=subprocess.DEVNULL, text=True)
-        try:
-            told = query.communicate(timeout=20)[0]
-        except subprocess.TimeoutExpired:
-            query.kill()
-            told = query.communicate()[0] + "no answer"
-        return [line.strip() for line in told.splitlines() if line.strip()] or [f"{key}: nothing there"]
+    def ports(self):
+        """Wine's serial ports and where they lead: for the tests that fail on it."""
+        return {port.name: os.readlink(port) for port in (self.prefix.path / "dosdevices").glob("com*")}
 
     def xdotool(self, *arguments):
         subprocess.run(["xdotool", *map(str, arguments)], env=self._env, check=True, stdout=subprocess.DEVNULL)
@@ -381,14 +368,6 @@ class Desktop:
 
     def move(self, x, y):
         self.xdotool("mousemove", x, y)
-
-    def drag(self, start, end, button=1):
-        self.xdotool("mousemove", *start, "mousedown", button)
-        for step in range(1, 6):
-            x, y = (a + (b - a) * step // 5 for a, b in zip(start, end))
-            self.xdotool("mousemove", x, y)
-            time.sleep(0.02)
-        self.xdotool("mouseup", button)
 
     def place_of(self, caption):
         """Where the X server has a window: its left and top edge. The program learns of a drag when it is over."""
@@ -571,10 +550,6 @@ class Program:
         answer = self.desktop.inspector.ask("items", combo.hwnd)[0]
         return answer["items"], answer["chosen"]
 
-    def screenshot(self, path):
-        """A picture of the main window with what lies over it."""
-        return self.desktop.screenshot(path, self.main.rect)
-
     def settings(self):
         """The settings file by section and key, as text; empty when there is none."""
         parser = configparser.RawConfigParser(strict=False, delimiters=("=",), comment_prefixes=(";",))
@@ -612,25 +587,14 @@ class Program:
         """A point of the main window with nothing on it, in pixels."""
         return face.pixels((*face.BARE, 0, 0), self.dpi)[:2]
 
-    def select(self, combo, index):
-        """Chooses an entry of a combo box."""
-        if self.desktop.inspector.ask("select", combo.hwnd, index) is None:
-            raise AssertionError("the combo box is gone")
-
-    def set_text(self, edit, text):
-        """Replaces the text of an edit field."""
-        if self.desktop.inspector.ask("settext", edit.hwnd, text) is None:
-            raise AssertionError("the edit field is gone")
-
-    def post(self, message, wparam=0, lparam=0, window=None):
-        """Posts a window message to the main window or another one."""
-        self.desktop.inspector.ask("post", (window or self.main).hwnd, message, wparam, lparam)
+    def post(self, message, wparam=0, lparam=0):
+        """Posts a window message to the main window."""
+        self.desktop.inspector.ask("post", self.main.hwnd, message, wparam, lparam)
 
     def close(self, timeout=15):
         """Closes the main window and returns the program's status."""
-        window = self.main
-        if window:
-            self.desktop.inspector.ask("close", window.hwnd)
+        if self.main:
+            self.post(WM_CLOSE)
         return self.wait_exit(timeout)
 
     def wait_exit(self, timeout=15):
@@ -689,10 +653,10 @@ class OrvaneTest(unittest.TestCase):
             program.wait_for_window()
         return program
 
-    def start_client(self, caption="OVClient"):
+    def start_client(self, *arguments, caption="OVClient"):
         """A window that receives readings, gone after the test."""
-        client = Client(self.desktop.prefix, caption)
-        self.addCleanup(client.close)
+        client = Client(self.desktop, self._folder, caption, *arguments)
+        self.addCleanup(client.kill)
         return client
 
     def _tell_of_failure(self, program):
@@ -700,25 +664,5 @@ class OrvaneTest(unittest.TestCase):
         problems = getattr(self._outcome, "errors", None) or [*result.failures, *result.errors]
         if any(error for test, error in problems if error and test is self):
             path = self.desktop.screenshot(SCREENSHOTS / f"failed-{self.id()}.png")
-            print(f"screen at the failure: {path}", "the serial line at the failure:", self.desktop.port_report(),
+            print(f"screen at the failure: {path}", f"ports: {self.desktop.ports()}",
                   "what the program told:", *program.notes[-20:], sep="\n", file=sys.stderr)
-
-
-class SharedProgramTest(OrvaneTest):
-    """Base of tests that only look, or put back what they change: one program and one meter for all tests of a
-    class, streaming. A class may set the text of the settings file."""
-
-    settings = None
-
-    @classmethod
-    def setUpClass(cls):
-        super().setUpClass()
-        cls.meter = Meter(cls.link, cls.scenario)
-        cls.addClassCleanup(cls.meter.stop)
-        cls.program = Program(cls.desktop, cls.make_folder(cls.settings))
-        cls.addClassCleanup(cls.program.kill)
-        cls.program.wait_for_window()
-        cls.meter.wait_for_stream()
-
-    def setUp(self):
-        self.addCleanup(self._tell_of_failure, self.program)

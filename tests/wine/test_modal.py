@@ -11,8 +11,11 @@ import harness
 POWERS = [((100, 4), ("96", "4", "1.50")), ((1500, 60), ("1440", "60", "1.50")), ((300, 75), ("225", "75", "3.00"))]
 
 
-class ModalLoops(harness.SharedProgramTest):
-    settings = "[USER-SETTINGS]\nFORM-TOP=3000\nFORM-LEFT=3000\n"
+class ModalLoops(harness.OrvaneTest):
+    def setUp(self):
+        self.meter = self.start_meter()
+        self.program = self.start_program("[USER-SETTINGS]\nFORM-TOP=3000\nFORM-LEFT=3000\n")
+        self.meter.wait_for_stream()
 
     def assert_readings_go_on(self, still_there):
         """Readouts, graphs and lights follow the meter as long as still_there() is true."""
@@ -62,18 +65,6 @@ class ModalLoops(harness.SharedProgramTest):
         self.desktop.key("Escape")
         self.wait_until(lambda: not in_menu(), "the menu to close", 5)
 
-    def test_a_panel_is_a_handle_for_the_left_button_only(self):
-        program = self.program
-        for part in ("mode panel", "forward ranges", "reflected ranges"):
-            with self.subTest(part=part):
-                left, top = program.main.rect[:2]
-                x, y = (edge + 3 for edge in program.part(part).rect[:2])
-                self.desktop.drag((x, y), (x - 25, y + 35), button=3)
-                self.wait_until(program.menu, "the menu of the right button", 5)
-                self.desktop.key("Escape")
-                self.wait_until(lambda: not program.menu(), "the menu to close", 5)
-                self.desktop.drag((x, y), (x + 30, y - 20))
-                self.wait_until(lambda: program.main.rect[:2] == (left + 30, top - 20), "the window to move", 5)
 
 
 if __name__ == "__main__":

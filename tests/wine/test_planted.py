@@ -6,7 +6,6 @@ import shutil
 import subprocess
 import unittest
 
-import acc_reader
 import harness
 
 PLANT = pathlib.Path(os.environ.get("ORVANE_PLANT", harness.INSPECTOR.with_name("planted.dll")))
@@ -37,8 +36,8 @@ class Planted(harness.OrvaneTest):
     def test_is_loaded_by_a_program_that_takes_what_it_finds(self):
         folder = self.make_folder()
         plant(folder)
-        shutil.copy(acc_reader.READER, folder)
-        process = self.desktop.prefix.start(folder / acc_reader.READER.name, stdin=subprocess.DEVNULL,
+        shutil.copy(harness.INSPECTOR, folder)
+        process = self.desktop.prefix.start(folder / harness.INSPECTOR.name, stdin=subprocess.DEVNULL,
                                             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         process.wait(20)
         self.assertIn("oleacc.dll.loaded", loaded(folder))
@@ -49,9 +48,7 @@ class Planted(harness.OrvaneTest):
         plant(folder)
         program = self.start_program(folder=folder)
         meter.wait_for_stream()
-        reader = acc_reader.Reader(self.desktop)
-        self.addCleanup(reader.close)
-        self.assertTrue(reader.tree(program.main))
+        self.assertTrue(self.desktop.inspector.tree(program.main))
         for key in ("F3", "Escape"):
             self.desktop.key(key)
         self.assertEqual(program.close(), 0)

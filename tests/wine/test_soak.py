@@ -3,10 +3,8 @@ that comes and goes. What it holds of the system at the end is what it held afte
 
 ORVANE_SOAK_SECONDS and ORVANE_SOAK_OPENINGS make it longer; it ends when both are reached."""
 
-import json
 import os
 import pathlib
-import subprocess
 import time
 import unittest
 
@@ -21,33 +19,6 @@ MEMORY_SLACK_KB = 1024
 # The system keeps as many device contexts as were ever in use at once, with six objects each; two more in thousands of
 # openings are chance, what is lost at each opening is thousands.
 DRAWING_SLACK = 12
-MENUS = ("window menu", "settings menu", "help menu")
-
-
-class Stress:
-    """win_stress.exe, kept running."""
-
-    def __init__(self, desktop, program):
-        self._main = program.main.hwnd
-        self._buttons = [program.part(name).hwnd for name in MENUS]
-        self._process = desktop.prefix.start(
-            harness.INSPECTOR.with_name("win_stress.exe"), stdin=subprocess.PIPE, stdout=subprocess.PIPE,
-            stderr=subprocess.DEVNULL, text=True, bufsize=1)
-
-    def _ask(self, *words):
-        self._process.stdin.write(" ".join(map(str, words)) + "\n")
-        return json.loads(self._process.stdout.readline())
-
-    def open(self, count):
-        return self._ask("open", count, self._main, *self._buttons)["opened"]
-
-    def count(self):
-        return self._ask("count", self._main)
-
-    def close(self):
-        self._process.stdin.close()
-        self._process.wait(10)
-        self._process.stdout.close()
 
 
 def private_kilobytes(pid):
@@ -56,24 +27,31 @@ def private_kilobytes(pid):
 
 
 class Soak(harness.OrvaneTest):
+    def open(self, count):
+        """Opens menus and panels; returns how many came up and went."""
+        return self.desktop.inspector.ask("open", self.main, count, *self.buttons, timeout=600)[0]["opened"]
+
+    def count(self):
+        return self.desktop.inspector.ask("count", self.main)[0]
+
     def holdings(self):
         """What the program holds at rest. Twice the same, so that nothing is on its way."""
         def look():
-            first = self.stress.count()
+            first = self.count()
             time.sleep(0.3)
-            return first if first == self.stress.count() else None
+            return first if first == self.count() else None
         return {**self.wait_until(look, "counts that stand", 10),
                 "memory": private_kilobytes(self.program.process.pid)}
 
     def wear(self, until):
         """One round: openings, a client for half of them, and readings that go on. Returns the openings."""
-        opened = self.stress.open(ROUND // 2)
-        client = harness.Client(self.desktop.prefix, "OVClient")
+        opened = self.open(ROUND // 2)
+        client = harness.Client(self.desktop, self._folder)
         try:
-            opened += self.stress.open(ROUND // 2)
-            self.wait_until(lambda: client.received, "readings at the client", 10)
+            opened += self.open(ROUND // 2)
+            self.wait_until(client.messages, "readings at the client", 10)
         finally:
-            client.close()
+            client.kill()
         watts = str(100 + int(until) % 800)
         self.meter.command(f"power {watts} 0")
         self.wait_until(lambda: self.program.readouts()[0] == watts, "the reading of the moment", 5)
@@ -84,8 +62,8 @@ class Soak(harness.OrvaneTest):
         self.program = self.start_program()
         self.meter.wait_for_stream()
         self.meter.command("rate 187")
-        self.stress = Stress(self.desktop, self.program)
-        self.addCleanup(self.stress.close)
+        self.main = self.program.main.hwnd
+        self.buttons = [self.program.part(name).hwnd for name in ("window menu", "settings menu", "help menu")]
         start, warm_up = time.monotonic(), 0
         while time.monotonic() - start < WARM_UP_SECONDS or warm_up < WARM_UP_ROUNDS:
             self.wear(time.monotonic())
