@@ -110,18 +110,6 @@ TEST_F(AccessibleTest, AWindowThatSaysNothingIsTheSystems) {
   object->Release();
 }
 
-TEST_F(AccessibleTest, TheKeyboardLeavesAWindowThatIsHidden) {
-  const auto other = windows.CreateChild(*top, face, {1200, 300, 600, 300});
-  control->SetTabStop(true);
-  other->SetTabStop(true);
-  control->SetFocus();
-  ASSERT_EQ(::GetFocus(), WindowOf(*control));
-  control->SetVisible(false);
-  EXPECT_EQ(::GetFocus(), WindowOf(*other));
-  other->SetVisible(false);
-  EXPECT_EQ(::GetFocus(), Top());
-}
-
 TEST_F(AccessibleTest, KeysWithAltAreTheSystems) {
   control->SetFocus();
   ::SendMessageW(WindowOf(*control), WM_SYSKEYDOWN, VK_F4, 1 << 29);
