@@ -7,7 +7,7 @@ namespace orvane {
 
 /// Windows' private-profile calls on plain files. Where a write changes nothing the file is not touched;
 /// where it does, only the lines concerned change.
-class HeadlessProfileStore final : public ProfileStore {
+class HeadlessProfileStore : public ProfileStore {
  public:
   explicit HeadlessProfileStore(HeadlessFiles& files) : files_(files) {}
 

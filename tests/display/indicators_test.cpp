@@ -1,6 +1,5 @@
 #include "display/indicators.h"
 
-#include "display/mode_panel.h"
 #include "tests/display/display_fixture.h"
 
 namespace orvane {
@@ -19,20 +18,12 @@ class IndicatorsTest : public DisplayTest {
 };
 
 TEST_F(IndicatorsTest, LampsAreLitByExactlyTrue) {
-  const std::tuple<Bool16, Bool16, const char*> rows[] = {{kTrue, kFalse, "*.*"},
-                                                          {kFalse, kTrue, ".**"},
-                                                          {kTrue, kTrue, "***"},
-                                                          {kFalse, kFalse, "..."},
-                                                          {Bool16{1}, Bool16{2}, "..."}};
-  for (const auto& [swr, power, lamps] : rows) {
-    for (const std::int16_t each : {kFastMode, kDipMode}) {
-      display.Lamps().Reset();
-      EXPECT_EQ(Lamps(controls), "...") << "whatever the meter said";
-      mode.Choose(each);
-      meter.SWRAlarm = swr;
-      meter.PwrAlarm = power;
+  for (const std::int16_t each : {kFastMode, kDipMode}) {
+    mode.Choose(each);
+    for (const auto& [flag, lamps] : {std::pair{Bool16{1}, "..."}, {kTrue, "***"}, {kFalse, "..."}}) {
+      meter.SWRAlarm = meter.PwrAlarm = flag;
       Line(1, 0, 1.5F);
-      EXPECT_EQ(Lamps(controls), lamps) << swr << ", " << power << ", mode " << each;
+      EXPECT_EQ(Lamps(controls), lamps) << flag << ", mode " << each;
     }
   }
 }
@@ -110,45 +101,6 @@ TEST_F(IndicatorsTest, AStatusStaysFiveSecondsAfterTheTimerWasLastStarted) {
     EXPECT_EQ(controls.lblShowStatus->ForeColor(), MakeColor(0, 0, 128)) << row.what;
     EXPECT_EQ(controls.lblShowStatus->look().back, kStatusGround) << row.what;
   }
-}
-
-class ModePanelTest : public DisplayTest {
- protected:
-  ModePanelTest() {
-    panel.SendCommand = [this](std::string_view command) { heard.push_back(std::string(command)); };
-    panel.ShowVSWRMode = [this](bool dip) { layouts.push_back(dip); };
-  }
-  ModePanel panel{controls, mode};
-  std::vector<std::string> heard;
-  std::vector<bool> layouts;
-};
-
-TEST_F(ModePanelTest, AChosenModeIsSentMarkedAndInForceAtOnce) {
-  EXPECT_EQ(Markers(controls), "*...");
-  const std::tuple<std::int16_t, const char*, const char*, bool> rows[] = {
-      {2, "2M", "..*.", false}, {3, "3M", "...*", true}, {0, "0M", "*...", false}, {1, "1M", ".*..", false}};
-  for (const auto& [index, command, markers, dip] : rows) {
-    heard.clear();
-    layouts.clear();
-    for (int i = 0; i < 2; ++i) {  // the mode in force does nothing
-      panel.Choose(index);
-      EXPECT_EQ(heard, (std::vector<std::string>{command}));
-      EXPECT_EQ(Markers(controls), markers);
-      EXPECT_EQ(layouts, (std::vector<bool>{dip}));
-      EXPECT_EQ(mode.mode, index);
-      EXPECT_EQ(mode.HoldTime, HoldTimes[static_cast<std::size_t>(index)]);
-    }
-  }
-}
-
-TEST_F(ModePanelTest, AReportedModeIsFollowedWithoutAWord) {
-  for (const std::int16_t index : {kDipMode, kDipMode, kMediumMode}) {
-    panel.Follow(index);
-    EXPECT_EQ(Markers(controls), index == kDipMode ? "...*" : ".*..");
-    EXPECT_EQ(mode.HoldTime, HoldTimes[static_cast<std::size_t>(index)]);
-  }
-  EXPECT_EQ(layouts, (std::vector<bool>{true, false}));
-  EXPECT_TRUE(heard.empty());
 }
 
 }  // namespace

@@ -131,30 +131,19 @@ TEST_F(UserSettingsFile, AChangeThatFailsOnceIsTriedAgain) {
 }
 
 /// A store that never takes one of the keys.
-class WithoutOneKey : public ProfileStore {
- public:
-  WithoutOneKey(ProfileStore& store, std::string_view key) : store_(store), key_(key) {}
-  std::string GetPrivateProfileString(OptionalText section, OptionalText key, std::string_view fallback,
-                                      std::size_t buffer_size, const std::string& file) override {
-    return store_.GetPrivateProfileString(section, key, fallback, buffer_size, file);
-  }
+struct WithoutOneKey : HeadlessProfileStore {
+  WithoutOneKey(HeadlessFiles& files, std::string_view key) : HeadlessProfileStore(files), missing(key) {}
   bool WritePrivateProfileString(std::string_view section, OptionalText key, OptionalText value,
                                  const std::string& file) override {
-    return key != key_ && store_.WritePrivateProfileString(section, key, value, file);
+    return key != missing && HeadlessProfileStore::WritePrivateProfileString(section, key, value, file);
   }
-  bool WriteEmptySection(std::string_view section, const std::string& file) override {
-    return store_.WriteEmptySection(section, file);
-  }
-
- private:
-  ProfileStore& store_;
-  OptionalText key_;
+  std::string_view missing;
 };
 
 TEST_F(UserSettingsFile, AWriteThatAlwaysFailsIsSkipped) {
   for (const SettingRow& missing : UserSettingRows()) {
     PutFile(path_, "[OTHER]\r\n");
-    WithoutOneKey store(store_, missing.key);
+    WithoutOneKey store(files_, missing.key);
     OVUserSettings kept(store, files_, time_, [](const std::string&) {});
     kept.LoadUserSettings();
     kept.Settings() = OtherSettings();

@@ -282,21 +282,5 @@ TEST_F(AccessibilityTest, AlarmsAreWrittenBesideTheirLamps) {
   EXPECT_EQ(program.Count("A"), 1);
 }
 
-TEST_F(AccessibilityTest, KeysOpenMenusWhereTheKeyboardIs) {
-  HeadlessWindow& ratio = speech.Of("VSWR");
-  ratio.TakeFocus();
-  const std::tuple<HeadlessWindow*, Key, HeadlessWindow*> rows[] = {
-      {&ratio, Key::kMenu, &ratio}, {&speech.Of("Settings"), Key::kEnter, &speech.Of("Settings")}};
-  for (const auto& [window, key, at] : rows) {
-    window->TakeFocus();
-    if (!window->Press(key)) face.Main().Press(key);  // keys go outwards
-    EXPECT_EQ(dynamic_cast<const HeadlessWindow*>(program.desktop.menu_at), at);
-    program.RunFor(1000);
-  }
-  speech.Of("Settings").Click();
-  EXPECT_EQ(program.desktop.menu_at, nullptr) << "the mouse opens it at the pointer";
-  EXPECT_EQ(program.desktop.menus.size(), 3U);
-}
-
 }  // namespace
 }  // namespace orvane

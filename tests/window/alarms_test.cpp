@@ -23,21 +23,6 @@ struct AlarmRun : RunningFace {
   HeadlessWindow& Reset() const { return face.Of(*face.Meter().cmdResetAlarms); }
 };
 
-TEST(Alarms, TheLampsSayWhatTheMeterSaysUntilTheyAreReset) {
-  AlarmRun run;
-  EXPECT_EQ(run.LampsAt(500, 0), "...");
-  EXPECT_EQ(run.LampsAt(500, 100), "*.*");
-  run.Swr().Click();
-  EXPECT_EQ(run.LampsAt(500, 100), "*.*") << "the antenna is still bad";
-  EXPECT_EQ(run.LampsAt(50, 10), "***");
-  EXPECT_EQ(run.face.Meter().forward.dbxPower->digitcolor(), OVDigitBox::kAlarmColor);
-  EXPECT_EQ(run.LampsAt(500, 0), "***") << "the meter keeps its alarms until they are reset";
-  run.Reset().Click();
-  EXPECT_EQ(Lamps(run.face.Meter()), "***") << "not before the meter's next line";
-  EXPECT_EQ(run.LampsAt(500, 0), "...");
-  EXPECT_EQ(run.face.Meter().dbxVSWR->digitcolor(), OVDigitBox::kNormalColor);
-}
-
 TEST(Alarms, ALeftClickOrTheKeyboardResetsWhileTheLampIsLit) {
   struct Row {
     double forward, reflected;

@@ -3,8 +3,6 @@
 #include "tests/support/face.h"
 #include "window/bitmap_functions.h"
 
-#include <set>
-
 namespace orvane {
 namespace {
 
@@ -40,18 +38,6 @@ TEST(FaceImages, TheResolutionChoosesPicturesAndDigits) {
       }
     }
   }
-}
-
-TEST(FaceImages, TheCornersOfTheFaceAreCutAwayAndSoIsItsLastColumn) {
-  Program program(MeterAt(38400));
-  ASSERT_TRUE(program.Start());
-  std::set<int> rows;
-  for (const Rect& run : program.desktop.Main()->Shape()) {
-    rows.insert(run.top);
-    const bool edge = run.top == 0 || run.top == 259;
-    EXPECT_EQ(run, (edge ? Rect{1, run.top, 638, 1} : Rect{0, run.top, 639, 1}));
-  }
-  EXPECT_EQ(rows.size(), 260U);
 }
 
 TEST(FaceImages, ADamagedFileEndsTheProgramByTheOrdinaryWayAfterOneBox) {

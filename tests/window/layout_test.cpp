@@ -4,7 +4,6 @@
 #include "tests/support/face.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace orvane {
 namespace {
@@ -50,8 +49,11 @@ TEST_P(LayoutTest, WindowsLieInsideWhatHoldsThemAndOverlapNoOther) {
 }
 
 // Shapes are painted by the form itself; a window over one of them would hide it.
-TEST_P(LayoutTest, LampsLieOnTheBareFace) {
+TEST_P(LayoutTest, LampsLieOnTheBareFaceBesideTheirTexts) {
   const MeterControls& meter = face.Meter();
+  const auto middle = [](const Rect& place) { return place.top + place.height / 2; };
+  EXPECT_EQ(middle(meter.shpSWRAlarm->Bounds()), middle(meter.lblSWRAlarm->Bounds()));
+  EXPECT_EQ(middle(meter.shpPowerAlarm->Bounds()), middle(meter.lblPwrAlarm->Bounds()));
   for (const Shape* lamp : {meter.shpSWRAlarm.get(), meter.shpPowerAlarm.get(), meter.shpResetAlarm.get()}) {
     if (!lamp->Visible()) continue;
     const Size size{face.Main().Place().width, face.Main().Place().height};
@@ -109,34 +111,6 @@ TEST_P(LayoutTest, ButtonsAreLargeEnoughToBeHit) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Looks, LayoutTest, testing::Values("full", "short", "dip"));
-
-/// Width and height of a PNG file, by its header.
-Size PictureSize(const std::string& name) {
-  const auto root = std::filesystem::path(__FILE__).parent_path().parent_path().parent_path();
-  const std::string bytes = FileBytes((root / "Images" / name).string());
-  if (bytes.size() < 24 || bytes.compare(1, 3, "PNG") != 0) return {};
-  const auto number = [&](std::size_t at) {
-    int value = 0;
-    for (std::size_t i = at; i < at + 4; ++i)
-      value = value << 8 | static_cast<unsigned char>(bytes[i]);
-    return value;
-  };
-  return {number(16), number(20)};
-}
-
-TEST(Layout, TheShippedPicturesAreAsLargeAsWhatTheyCover) {
-  const Size logo{layout::kLogo.width, layout::kLogo.height};
-  const std::tuple<const char*, Size, int> rows[] = {{"OVFace.ovl", layout::kFullFace, 96},
-                                                     {"OVFace120.ovl", layout::kFullFace, 120},
-                                                     {"OVFaceSm.ovl", layout::kShortFace, 96},
-                                                     {"OVFaceSm120.ovl", layout::kShortFace, 120},
-                                                     {"TamskLogo.ovl", logo, 96},
-                                                     {"TamskLogoBW.ovl", logo, 96}};
-  for (const auto& [name, twips, pixels_per_inch] : rows) {
-    const Size expected{ToPixels(twips.width, pixels_per_inch), ToPixels(twips.height, pixels_per_inch)};
-    EXPECT_EQ(PictureSize(name), expected) << name;
-  }
-}
 
 }  // namespace
 }  // namespace orvane

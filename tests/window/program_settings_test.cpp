@@ -92,17 +92,6 @@ TEST_F(ProgramSettings, NothingChangedLeavesTheLinkAlone) {
   EXPECT_TRUE(program.orvane->Link().Flags().MeterFound);
 }
 
-TEST_F(ProgramSettings, ASearchThatWasGivenUpIsTakenUpAgain) {
-  program.port.SetPresent(false);
-  ASSERT_TRUE(program.Start());
-  program.RunFor(5000);
-  ASSERT_EQ(program.desktop.boxes.size(), 1U) << "no port opens";
-  program.port.SetPresent(true);
-  Open();
-  Apply();
-  EXPECT_TRUE(program.RunUntil([&] { return program.orvane->Link().Flags().MeterFound; }, 20000));
-}
-
 TEST_F(ProgramSettings, NoPortEndsTheLinkWithoutABox) {
   ASSERT_TRUE(running.Start());
   Open();
@@ -167,6 +156,33 @@ TEST_F(ProgramSettings, OnePanelAtATime) {
   EXPECT_FALSE(program.orvane->Panels().MeterSetup().Visible());
 }
 
+TEST_F(ProgramSettings, ASearchThatWasGivenUpIsTakenUpAgain) {
+  program.port.SetPresent(false);
+  ASSERT_TRUE(program.Start());
+  program.RunFor(5000);
+  ASSERT_EQ(program.desktop.boxes.size(), 1U) << "no port opens";
+  program.port.SetPresent(true);
+  Open();
+  Apply();
+  EXPECT_TRUE(program.RunUntil([&] { return program.orvane->Link().Flags().MeterFound; }, 20000));
+}
+
+TEST_F(ProgramSettings, APortThatIsPluggedInLaterIsTriedAtOnce) {
+  program.port.SetPresent(false);
+  ASSERT_TRUE(program.Start());
+  program.RunFor(5000);
+  ASSERT_EQ(program.desktop.boxes.size(), 1U);
+  TopWindowClient& system = face.Main().System();
+  program.ports.ports = {{7, "somebody else's"}};
+  system.OnDevicesChanged();
+  program.RunFor(5000);
+  EXPECT_EQ(program.desktop.boxes.size(), 1U);
+  program.port.SetPresent(true);
+  program.ports.ports = {{2, ""}};
+  system.OnDevicesChanged();
+  EXPECT_TRUE(program.RunUntil([&] { return program.orvane->Link().Flags().MeterFound; }, 20000));
+}
+
 // --- what the system tells --------------------------------------------------------------------------------
 
 TEST_F(ProgramSettings, ARemovedPortAndASleepAreFollowedByAReturn) {
@@ -187,64 +203,15 @@ TEST_F(ProgramSettings, ARemovedPortAndASleepAreFollowedByAReturn) {
   }
 }
 
-TEST_F(ProgramSettings, APortThatIsPluggedInLaterIsTriedAtOnce) {
-  program.port.SetPresent(false);
-  ASSERT_TRUE(program.Start());
-  program.RunFor(5000);
-  ASSERT_EQ(program.desktop.boxes.size(), 1U);
-  TopWindowClient& system = face.Main().System();
-  program.ports.ports = {{7, "somebody else's"}};
-  system.OnDevicesChanged();
-  program.RunFor(5000);
-  EXPECT_EQ(program.desktop.boxes.size(), 1U);
-  program.port.SetPresent(true);
-  program.ports.ports = {{2, ""}};
-  system.OnDevicesChanged();
-  EXPECT_TRUE(program.RunUntil([&] { return program.orvane->Link().Flags().MeterFound; }, 20000));
-}
-
-TEST_F(ProgramSettings, StartDataFlowAfterAGivenUpSearchSearchesAgain) {
-  program.port.SetPresent(false);
-  ASSERT_TRUE(program.Start());
-  program.RunFor(5000);
-  program.port.SetPresent(true);
-  program.desktop.choices = {1004};
-  Face::In(face.Main(), *face.Controls().cmdMenu[1]).Click();
-  EXPECT_TRUE(program.RunUntil([&] { return program.orvane->Link().Flags().MeterFound; }, 20000));
-}
-
-TEST_F(ProgramSettings, TheEndOfTheSessionSavesAndStopsTheStream) {
-  ASSERT_TRUE(running.Start());
-  Open();
-  Client().Paste("Other");
-  const auto before = program.time.Now();
-  EXPECT_THROW(face.Main().System().OnSessionEnd(), ProcessEnded);
-  EXPECT_LT(program.time.Now() - before, 2000);
-  EXPECT_EQ(program.Commands().back(), "D0");
-  EXPECT_NE(program.SettingsText().find("CLIENT-APP=Other"), std::string::npos);
-}
-
-TEST_F(ProgramSettings, TheAboutBoxMakesRoomAndComesBack) {
+TEST_F(ProgramSettings, TheButtonsOfTheAboutBoxStartTheirProgramsOrTellThatTheyCouldNot) {
   ASSERT_TRUE(running.Start());
   program.desktop.choices = {1002};
   Face::In(face.Main(), *face.Controls().cmdMenu[2]).Click();
   ASSERT_NE(program.desktop.Dialog(), nullptr);
   HeadlessTopWindow& box = *program.desktop.Dialog();
-  EXPECT_TRUE(box.Shown());
   EXPECT_EQ(box.Text(), "About");
   EXPECT_EQ(box.centered_on, &face.Main());
-  EXPECT_EQ(face.Main().State(), WindowState::kMinimized);
-  program.RunFor(1000);
-  EXPECT_TRUE(box.Press(Key::kEscape));
-  EXPECT_FALSE(box.Shown());
-  EXPECT_EQ(face.Main().State(), WindowState::kNormal);
-}
-
-TEST_F(ProgramSettings, TheButtonsOfTheAboutBoxStartTheirProgramsOrTellThatTheyCouldNot) {
-  ASSERT_TRUE(running.Start());
-  program.desktop.choices = {1002};
-  Face::In(face.Main(), *face.Controls().cmdMenu[2]).Click();
-  HeadlessTopWindow& box = *program.desktop.Dialog();
+  EXPECT_EQ(face.Main().State(), WindowState::kMinimized) << "it makes room";
   const About& about = program.orvane->AboutBox();
   HeadlessWindow& frame = Face::In(box, about.frame);
   const std::tuple<const PanelButton*, const char*, const char*> rows[] = {
@@ -267,6 +234,7 @@ TEST_F(ProgramSettings, TheButtonsOfTheAboutBoxStartTheirProgramsOrTellThatTheyC
   EXPECT_TRUE(box.Shown());
   PanelWindow<HeadlessButton>(frame, about.cmdClose).Push();
   EXPECT_FALSE(box.Shown());
+  EXPECT_EQ(face.Main().State(), WindowState::kNormal) << "and comes back";
   face.Main().SetState(WindowState::kMinimized);
   box.Close();
   EXPECT_EQ(face.Main().State(), WindowState::kMinimized) << "a closed box is not closed again";

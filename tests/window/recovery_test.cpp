@@ -27,25 +27,6 @@ class RecoveryTest : public StreamingTest {
   }
 };
 
-TEST_F(RecoveryTest, AnUnpluggedPortComesBackByItself) {
-  for (int round = 0; round < 10; ++round) {
-    program.port.Lose();
-    program.RunFor(100);
-    EXPECT_EQ(program.Status(), "Port Lost");
-    EXPECT_EQ(program.orvane->Meter().lblShowStatus->ForeColor(), 255U);
-    program.RunFor(600);
-    EXPECT_TRUE(Dark());
-    EXPECT_FALSE(program.port.PortOpen());
-    program.RunFor(20000 + round * 137);
-    EXPECT_EQ(program.Status(), "Port Lost") << "said for as long as it is true";
-    program.line.Meter.Reset();
-    program.RunFor(1000);
-    program.port.SetPresent(true);
-    EXPECT_TRUE(Lives(3000)) << "round " << round;
-  }
-  EXPECT_TRUE(program.Close());
-}
-
 // The attempt fails before the system tells of the loss.
 TEST_F(RecoveryTest, ALossInTheMomentInWhichASearchBegins) {
   program.time.Post(EventKind::kInput, 1000, [&] { program.port.Lose(); });
@@ -68,18 +49,6 @@ TEST_F(RecoveryTest, ALossWhileALineIsShown) {
   program.line.Meter.SetPower(500, 20);
   program.port.SetPresent(true);
   EXPECT_TRUE(Lives(3000));
-}
-
-TEST_F(RecoveryTest, NoOldReadingIsShownWhenThePortReturns) {
-  program.port.Lose();
-  program.RunFor(3000);
-  program.line.Meter.SetPower(0, 0);
-  program.port.SetPresent(true);
-  for (int i = 0; i < 400; ++i) {
-    program.RunFor(10);
-    EXPECT_NE(program.Fwd(), "480");
-  }
-  EXPECT_EQ(program.Fwd(), "0");
 }
 
 TEST_F(RecoveryTest, APortThatDiesWithoutAWordIsNoticed) {
@@ -110,30 +79,6 @@ TEST_F(RecoveryTest, ASilentMeterIsSaidAndSearchedQuietly) {
   EXPECT_TRUE(Lives(25000));
 }
 
-TEST_F(RecoveryTest, StoppedReadingsAreNoSilence) {
-  program.desktop.choices = {1005};
-  program.desktop.Main()->Find("Settings")->Click();
-  const std::size_t commands = program.Commands().size();
-  program.RunFor(60000);
-  EXPECT_EQ(program.Commands().size(), commands);
-  EXPECT_NE(program.Status(), "No Data");
-}
-
-// Readings come in before the search is through; a loss in the middle of it must take them away too.
-TEST_F(RecoveryTest, ALossDuringTheSearchThatFollowsAReturn) {
-  for (int delay = 100; delay < 3000; delay += 170) {
-    program.port.Lose();
-    program.RunFor(1000);
-    program.port.SetPresent(true);
-    program.RunFor(delay);
-    program.port.Lose();
-    program.RunFor(600);
-    EXPECT_TRUE(Dark()) << delay;
-    program.port.SetPresent(true);
-    EXPECT_TRUE(Lives(3000)) << delay;
-  }
-}
-
 TEST_F(RecoveryTest, StoppedReadingsStayStoppedOverALoss) {
   program.port.Lose();
   program.RunFor(1000);
@@ -159,18 +104,6 @@ TEST_F(RecoveryTest, NothingIsSearchedWhileAMenuIsOpen) {
   program.time.Post(EventKind::kInput, 4900, [&] { EXPECT_EQ(program.Commands().size(), before); });
   program.desktop.Main()->Find("Help")->Click();
   EXPECT_TRUE(Lives(3000)) << "and at once when it is closed";
-}
-
-TEST_F(RecoveryTest, ReadingsThatTheOperatorStoppedGoDark) {
-  program.desktop.choices = {1005};
-  program.desktop.Main()->Find("Settings")->Click();
-  EXPECT_TRUE(program.RunFor(3000));
-  EXPECT_TRUE(Dark());
-  program.RunFor(30000);
-  EXPECT_EQ(program.Commands().back(), "D0") << "and nothing is looked for";
-  program.desktop.choices = {1004};
-  program.desktop.Main()->Find("Settings")->Click();
-  EXPECT_TRUE(Lives(3000));
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include "window/bitmap_functions.h"
 #include "window/dib_section.h"
 
-#include <chrono>
 #include <functional>
 #include <gtest/gtest.h>
 #include <string>
@@ -101,32 +100,6 @@ TEST(Region, IsMovedPastTheFrameOfAWindowAndAppliedAsOftenAsAsked) {
   window.border = {4, 23};
   region.OffsetHeader(window);
   EXPECT_EQ(Text(region.Runs()), "5-7@23 ");
-}
-
-// The start waits for two of these scans. The best of ten runs, so that a busy machine does not decide.
-TEST(Region, TheLargeFaceIsScannedInLessThanTenMilliseconds) {
-  PictureData face{800, 325, {}};
-  for (std::uint32_t i = 0; i < 800 * 325; ++i)
-    face.pixels.push_back(i % 800 < 9 || i % 800 > 790 ? 0xFFFF00FF : 0xFF202020 + (i * 7 & 15));
-  auto best = std::chrono::steady_clock::duration::max();
-  for (int run = 0; run < 10; ++run) {
-    Region region;
-    Color transparent = Region::kBottomLeft;
-    const auto start = std::chrono::steady_clock::now();
-    region.ScanPicture(&face, transparent);
-    best = std::min(best, std::chrono::steady_clock::now() - start);
-    ASSERT_EQ(region.Runs().size(), 325U);
-  }
-  EXPECT_LT(best, std::chrono::milliseconds(10));
-}
-
-TEST(DIBSection, RowsAreFilledUpToFourBytes) {
-  for (const auto& [width, bytes] : {std::pair{1, 4}, {2, 8}, {3, 12}, {4, 12}, {5, 16}, {640, 1920}}) {
-    cDIBSection dib;
-    ASSERT_TRUE(dib.Create(width, 2));
-    EXPECT_EQ(dib.BytesPerScanLine(), bytes) << width;
-    EXPECT_EQ(std::pair(dib.Width(), dib.Height()), std::pair(width, 2));
-  }
 }
 
 TEST(DIBSection, RowsRunFromTheBottomAndPixelsAreBlueGreenRed) {

@@ -28,11 +28,5 @@ TEST(Saving, AFolderThatCannotBeWrittenIsToldOnceAtTheStart) {
   }
 }
 
-TEST(Saving, AFolderThatCanBeWrittenIsNotTalkedAbout) {
-  Program program(MeterAt(38400));
-  ASSERT_TRUE(program.Start());
-  EXPECT_EQ(program.Status(), "");
-}
-
 }  // namespace
 }  // namespace orvane

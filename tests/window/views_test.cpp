@@ -51,61 +51,6 @@ TEST(Views, FaceAndShapeChangeWithTheViewAndThePlaceStays) {
   EXPECT_TRUE(run.program.Keeps("FORM-TOP=2700\r\nFORM-LEFT=4200"));
 }
 
-TEST_F(ViewsTest, ControlsStandWhereEachViewHasThem) {
-  const MeterControls& meter = face.Meter();
-  constexpr int kKept = -1;
-  struct Row {
-    const char* name;
-    const Control& control;
-    Point in_short, in_full;
-    int left = control.Left();
-  };
-  const int below_bar = meter.forward.pbxGraph->Top() + meter.forward.pbxGraph->Height() + 25;
-  const Row rows[] = {{"dbxVSWR", *meter.dbxVSWR, {7890, 960}, {6615, 3000}},
-                      {"lblShowStatus", *meter.lblShowStatus, {kKept, below_bar}, {kKept, 3480}},
-                      {"lblPort", *meter.lblPort, {kKept, 1400}, {kKept, 3510}},
-                      {"imgTx", *meter.imgTx, {kKept, 1400}, {kKept, 3510}},
-                      {"imgRx", *meter.imgRx, {kKept, 1400}, {kKept, 3510}},
-                      {"lblSWRAlarm", *meter.lblSWRAlarm, {kKept, 1410}, {kKept, 3495}},
-                      {"lblPwrAlarm", *meter.lblPwrAlarm, {kKept, 1410}, {kKept, 3495}},
-                      {"shpSWRAlarm", *meter.shpSWRAlarm, {kKept, 1440}, {kKept, 3525}},
-                      {"shpPowerAlarm", *meter.shpPowerAlarm, {kKept, 1440}, {kKept, 3525}}};
-  for (const bool full : {true, false, true, false}) {
-    for (const Row& each : rows) {
-      Point expected = full ? each.in_full : each.in_short;
-      if (expected.x == kKept) expected.x = each.left;
-      EXPECT_EQ((Point{each.control.Left(), each.control.Top()}), expected) << each.name << ", full " << full;
-      EXPECT_TRUE(each.control.Visible()) << each.name;
-    }
-    face.ToggleView();
-  }
-  EXPECT_EQ(face.Of(*meter.dbxVSWR).Place(), meter.dbxVSWR->Bounds());
-}
-
-TEST_F(ViewsTest, OnlyTheFullViewHasTheseControls) {
-  const MeterControls& meter = face.Meter();
-  const FormControls& form = face.Controls();
-  const WindowedControl* full_only[] = {form.imgLogo.get(),
-                                        form.lblMessage[0].get(),
-                                        meter.pbxModePanel.get(),
-                                        meter.reflected.pbxGraph.get(),
-                                        meter.forward.pbxRangeButtons.get(),
-                                        meter.reflected.pbxRangeButtons.get(),
-                                        meter.reflected.dbxPower.get()};
-  const WindowedControl* in_both[] = {meter.forward.dbxPower.get(), meter.dbxVSWR.get(),
-                                      meter.forward.pbxGraph.get(), meter.lblShowStatus.get(),
-                                      form.cmdMinimize.get(),       form.cmdClose.get()};
-  EXPECT_EQ(form.lblMessage[0]->Caption() + form.lblMessage[1]->Caption(), "ORVANEORVANE");
-  for (const bool full : {true, false, true}) {
-    for (std::size_t i = 0; i < std::size(full_only); ++i)
-      EXPECT_EQ(face.Seen(*full_only[i]), full) << i;
-    for (std::size_t i = 0; i < std::size(in_both); ++i)
-      EXPECT_TRUE(face.Seen(*in_both[i])) << i;
-    EXPECT_EQ(face.Seen(*form.lblMessage[1]), !full) << "the short view has its own message label";
-    face.ToggleView();
-  }
-}
-
 TEST_F(ViewsTest, TheShortViewShowsBothBarsInTheForwardFrame) {
   const MeterControls& meter = face.Meter();
   program.line.Meter.SetPower(40, 9);

@@ -3,34 +3,6 @@
 namespace orvane {
 namespace {
 
-using WholeProgramTest = StreamingTest;
-
-// The frames and their pacing are pinned at the link.
-TEST_F(WholeProgramTest, StartSearchesAndShowsWhatTheMeterSends) {
-  program.RunFor(100);
-  EXPECT_EQ(program.Commands(),
-            (std::vector<std::string>{"D0", "v?", "D0", "B?", "b?", "U?", "W?", "w?", "C?", "I?",
-                                      "l?", "L?", "M?", "P?", "R?", "S?", "T?", "t?", "V?", "D1"}));
-  EXPECT_EQ(program.port.Writes()[1].bytes, "\x02v?\x03\x42\x42\r");
-  program.line.Meter.SetPower(1000, 40);
-  program.RunFor(3000);
-  EXPECT_EQ(program.Fwd() + " " + program.Ref() + " " + program.Ratio(), "960 40 1.50");
-  EXPECT_GT(program.Lit(program.orvane->Meter().forward), 20);
-  EXPECT_EQ(program.orvane->Meter().lblPort->Caption(), "2");
-  program.line.Meter.SetPower(0, 0);
-  program.RunFor(4000);
-  EXPECT_EQ(program.Fwd() + " " + program.Ratio(), "0 ");
-  EXPECT_EQ(program.Lit(program.orvane->Meter().forward), 0);
-}
-
-TEST(WholeProgram, FindsAMeterAtEachOfItsSpeeds) {
-  for (const int baud : {38400, 19200, 9600}) {
-    Program program(MeterAt(baud));
-    ASSERT_TRUE(program.StartStreaming()) << baud;
-    EXPECT_EQ(program.orvane->Settings().BaudRate, std::to_string(baud));
-  }
-}
-
 TEST(WholeProgram, ASecondCopySaysSoAndTouchesNothing) {
   Program program(MeterAt(38400));
   program.instance.other_copy_runs = true;
@@ -42,20 +14,6 @@ TEST(WholeProgram, ASecondCopySaysSoAndTouchesNothing) {
   EXPECT_EQ(program.SettingsText(), "(no file)");
   EXPECT_TRUE(program.port.Writes().empty());
   EXPECT_FALSE(program.desktop.Tray().Shown());
-}
-
-TEST_F(WholeProgramTest, ClosingStopsTheStreamAndKeepsTheSettings) {
-  program.desktop.Main()->MoveTo({3000, 1500});
-  program.desktop.Main()->Find("500 Watts Full Scale Fixed")->Click();
-  const std::int64_t before = program.time.Now();
-  EXPECT_TRUE(program.Close());
-  EXPECT_EQ(program.Commands().back(), "D0");
-  EXPECT_FALSE(program.port.PortOpen());
-  EXPECT_LT(program.time.Now() - before, 2000);
-  EXPECT_EQ(program.SettingsText(),
-            "[USER-SETTINGS]\r\nFORM-ON-TOP=False\r\nFORM-TOP=1500\r\nFORM-LEFT=3000\r\nFORM-REGION=1\r\n"
-            "F-PWR-INDEX=3\r\nR-PWR-INDEX=8\r\nCLIENT-APP=OVClient\r\nCLIENT-MSG-ID=14300\r\n"
-            "[METER-SETTINGS]\r\nPKTNOTIFY=False\r\n");
 }
 
 TEST(WholeProgram, ClosingWithoutAPortSkipsTheLink) {
@@ -100,35 +58,6 @@ TEST(WholeProgram, ASettingThatIsNoNumberIsNamedOnceAndTheFileIsLeftAlone) {
   EXPECT_EQ(program.desktop.Main()->Bounds().top, 100);
   EXPECT_EQ(program.desktop.Main()->Bounds().left, 700);
   EXPECT_EQ(program.SettingsText(), text);
-}
-
-TEST(WholeProgram, TenFailedAttemptsAskTheOperatorOnce) {
-  Program program(MeterAt(38400));
-  program.line.Meter.SetMute(true);
-  program.desktop.answers = {BoxAnswer::kOk, BoxAnswer::kCancel};
-  ASSERT_TRUE(program.Start());
-  program.RunFor(200000);
-  ASSERT_EQ(program.desktop.boxes.size(), 2U);
-  EXPECT_EQ(
-      program.desktop.boxes[0].text,
-      "Orvane Meter Not Detected. Please verify connections and power to meter. Click OK to try again.");
-  EXPECT_EQ(program.desktop.boxes[0].title, "Meter Not Detected");
-  EXPECT_EQ(program.desktop.boxes[0].style, BoxStyle::kOkCancel);
-  EXPECT_TRUE(program.orvane->Link().Flags().SearchAbandoned);
-  EXPECT_TRUE(program.Close());
-}
-
-TEST(WholeProgram, RunsOverTheEndsOfTheTickCount) {
-  for (const std::int32_t start : {2147483647 - 20000, 2147483647 - 3000, -2147483647, -2000}) {
-    Program program(MeterAt(38400), start);
-    program.line.Meter.SetPower(100, 0);
-    ASSERT_TRUE(program.Start());
-    program.RunFor(60000);
-    program.line.Meter.SetPower(200, 0);
-    program.RunFor(5000);
-    EXPECT_EQ(program.Fwd(), "200") << "start tick " << start;
-    EXPECT_TRUE(program.Close());
-  }
 }
 
 }  // namespace
