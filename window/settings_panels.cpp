@@ -1,5 +1,6 @@
 #include "window/settings_panels.h"
 
+#include "base/runtime_error.h"
 #include "link/scoped_true.h"
 #include "window/layout.h"
 
@@ -10,46 +11,46 @@ namespace orvane {
 
 SettingsPanels::SettingsPanels(Platform& platform, Form& form, MeterLink& link, OVUserSettings& kept,
                                StatusLine& status, const ClientData& client)
-    : platform_(platform),
-      form_(form),
-      link_(link),
-      kept_(kept),
-      status_(status),
-      client_(client),
-      setup_(platform.windows, form, layout::kPanels),
-      program_(platform.windows, form, layout::kPanels, platform.ports) {
-  ConnectMeterSetup();
-  ConnectProgramSettings();
+    : platform_(platform), form_(form), link_(link), kept_(kept), status_(status), client_(client) {}
+
+bool SettingsPanels::Made(const std::function<void()>& make) {
+  if (Attempt(make)) return true;
+  status_.ShowAlert("The panel could not be opened.");
+  return false;
 }
 
-void SettingsPanels::ConnectMeterSetup() {
-  setup_.Apply = [this] { UpdateMeter(); };
-  setup_.SendCallMessage = [this](std::string_view text) { link_.SendCallMessage(std::string(text)); };
-  setup_.Update = [this] {
+void SettingsPanels::MakeMeterSetup() {
+  if (setup_) return;
+  setup_.emplace(platform_.windows, form_, layout::kPanels);
+  setup_->Apply = [this] { UpdateMeter(); };
+  setup_->SendCallMessage = [this](std::string_view text) { link_.SendCallMessage(std::string(text)); };
+  setup_->Update = [this] {
     if (StartUpdater) StartUpdater();
   };
-  setup_.Closed = [this] {
+  setup_->Closed = [this] {
     if (OpenChanged) OpenChanged();
   };
 }
 
-void SettingsPanels::ConnectProgramSettings() {
-  program_.Apply = [this] { cmdAction_Click(); };
-  program_.ClientNamed = [this](std::string_view name) {
+void SettingsPanels::MakeProgramSettings() {
+  if (program_) return;
+  program_.emplace(platform_.windows, form_, layout::kPanels, platform_.ports);
+  program_->Apply = [this] { cmdAction_Click(); };
+  program_->ClientNamed = [this](std::string_view name) {
     kept_.Settings().ClientApp = name;
     RefreshClientState();
   };
-  program_.Closed = [this] {
+  program_->Closed = [this] {
     if (OpenChanged) OpenChanged();
   };
 }
 
 void SettingsPanels::ShowFrameMeterSetup() {
-  if (loading_) return;
+  if (loading_ || !Made([this] { MakeMeterSetup(); })) return;
   {
     const ScopedTrue guard(loading_);
-    program_.Close();
-    setup_.Suspend();
+    if (program_) program_->Close();
+    setup_->Suspend();
     if (OpenChanged) OpenChanged();
     platform_.windows.SetHourglass(true);
     const bool answered = link_.RefreshParameters();
@@ -57,8 +58,8 @@ void SettingsPanels::ShowFrameMeterSetup() {
     if (!answered) status_.ShowAlert("No answer: last known values shown");
     const MeterState& meter = link_.State();
     link_.ShowCallMessage(meter.ParamS != 0 ? meter.MeterCallText.Text() : "Orvane", meter.ParamS == 0);
-    setup_.LoadMeterSetup(meter, link_.Lists());
-    setup_.Show();
+    setup_->LoadMeterSetup(meter, link_.Lists());
+    setup_->Show();
   }
   link_.ResumeDataFlow();
 }
@@ -71,18 +72,18 @@ void SettingsPanels::UpdateMeter() {
   const ScopedTrue guard(updating_);
   while (update_again_) {
     update_again_ = false;
-    const ParameterRecord pending = setup_.Pending();
-    setup_.ForgetEdit();
+    const ParameterRecord pending = setup_->Pending();
+    setup_->ForgetEdit();
     link_.UpdateMeterParameters(pending, link_.CurrentParameters());
   }
 }
 
 void SettingsPanels::ShowFrameSettings() {
-  if (loading_) return;
-  setup_.Close();
-  program_.LoadFrameSettings({link_.KeptPort(), kept_.Settings().BaudRate}, link_.PortOpen(),
-                             kept_.Settings());
-  program_.Show();
+  if (loading_ || !Made([this] { MakeProgramSettings(); })) return;
+  if (setup_) setup_->Close();
+  program_->LoadFrameSettings({link_.KeptPort(), kept_.Settings().BaudRate}, link_.PortOpen(),
+                              kept_.Settings());
+  program_->Show();
   RefreshClientState();
   if (OpenChanged) OpenChanged();
 }
@@ -91,27 +92,27 @@ void SettingsPanels::ShowFrameSettings() {
 // button asks for another try.
 void SettingsPanels::cmdAction_Click() {
   UserSettings& settings = kept_.Settings();
-  const LineChoice chosen = program_.Chosen();
-  const bool changed = program_.LineChanged();
+  const LineChoice chosen = program_->Chosen();
+  const bool changed = program_->LineChanged();
   if (changed) {
     settings.CommPort = std::to_string(chosen.Port);
     settings.BaudRate = chosen.Speed;
     kept_.SaveMeterSettings();
     if (PortChanged) PortChanged();
   }
-  settings.FormOnTop = program_.PendingOnTop();
+  settings.FormOnTop = program_->PendingOnTop();
   form_.Window().SetTopMost(settings.FormOnTop);
-  program_.Close();
+  program_->Close();
   if (changed || link_.Flags().SearchAbandoned) link_.ApplyPortSettings();
 }
 
 void SettingsPanels::Close() {
-  setup_.Close();
-  program_.Close();
+  if (setup_) setup_->Close();
+  if (program_) program_->Close();
 }
 
 void SettingsPanels::RefreshClientState() {
-  if (program_.Visible()) program_.ShowClientState(ClientState());
+  if (program_ && program_->Visible()) program_->ShowClientState(ClientState());
 }
 
 std::string_view SettingsPanels::ClientState() const {

@@ -10,11 +10,13 @@
 #include "settings/program_settings_panel.h"
 
 #include <functional>
+#include <optional>
 
 namespace orvane {
 
 /// The two panels over the face: opens them, and carries out what is chosen in them. Only one is open at a
-/// time. They leave the readouts and the status line free, so that an operator sees what a trim does.
+/// time. They leave the readouts and the status line free, so that an operator sees what a trim does. Each is
+/// made when it is first opened and stays: their forty windows would cost a third of the start.
 class SettingsPanels {
  public:
   SettingsPanels(Platform& platform, Form& form, MeterLink& link, OVUserSettings& kept, StatusLine& status,
@@ -33,20 +35,25 @@ class SettingsPanels {
   void ShowFrameMeterSetup();
   void ShowFrameSettings();
   /// True from the call that opens a panel until the panel is closed.
-  bool Open() const { return loading_ || setup_.Visible() || program_.Visible(); }
+  bool Open() const { return loading_ || (setup_ && setup_->Visible()) || (program_ && program_->Visible()); }
   void Close();
 
   /// Adapters came or went.
-  void RefreshPorts() { program_.RefreshPorts(); }
+  void RefreshPorts() {
+    if (program_) program_->RefreshPorts();
+  }
   /// What becomes of the readings may have changed; cheap while the panel is closed.
   void RefreshClientState();
 
-  const MeterSetupPanel& MeterSetup() const { return setup_; }
-  const ProgramSettingsPanel& ProgramSettings() const { return program_; }
+  /// The panels as far as they were opened once.
+  const std::optional<MeterSetupPanel>& MeterSetup() const { return setup_; }
+  const std::optional<ProgramSettingsPanel>& ProgramSettings() const { return program_; }
 
  private:
-  void ConnectMeterSetup();
-  void ConnectProgramSettings();
+  /// Makes a panel, and says when the system has no window for it.
+  bool Made(const std::function<void()>& make);
+  void MakeMeterSetup();
+  void MakeProgramSettings();
   void UpdateMeter();
   void cmdAction_Click();
   std::string_view ClientState() const;
@@ -57,8 +64,8 @@ class SettingsPanels {
   OVUserSettings& kept_;
   StatusLine& status_;
   const ClientData& client_;
-  MeterSetupPanel setup_;
-  ProgramSettingsPanel program_;
+  std::optional<MeterSetupPanel> setup_;
+  std::optional<ProgramSettingsPanel> program_;
   bool loading_ = false;
   bool updating_ = false;
   bool update_again_ = false;  // Apply was pressed while an update ran

@@ -23,7 +23,7 @@ Window& PanelWindow(HeadlessWindow& frame, const Control& control) {
 class MeterSetupWindows {
  public:
   explicit MeterSetupWindows(RunningFace& running) : running_(running) {}
-  const MeterSetupPanel& Panel() const { return running_.program.orvane->Panels().MeterSetup(); }
+  const MeterSetupPanel& Panel() const { return *running_.program.orvane->Panels().MeterSetup(); }
   HeadlessWindow& Frame() const { return running_.face.Of(Panel().FrameMeterSetup); }
   HeadlessWindow& In(const WindowedControl& group) const { return Face::In(Frame(), group); }
 

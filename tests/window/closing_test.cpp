@@ -88,14 +88,14 @@ const State kStates[] = {
      [](RunningFace& run, const End& end) {
        StartUp(run);
        run.face.Main().Press(Key::kF2);
-       EXPECT_TRUE(run.program.orvane->Panels().MeterSetup().Visible());
+       EXPECT_TRUE(run.program.orvane->Panels().MeterSetup()->Visible());
        end();
      }},
     {"program panel open",
      [](RunningFace& run, const End& end) {
        StartUp(run);
        run.face.Main().Press(Key::kF3);
-       EXPECT_TRUE(run.program.orvane->Panels().ProgramSettings().Visible());
+       EXPECT_TRUE(run.program.orvane->Panels().ProgramSettings()->Visible());
        end();
      }},
     {"update running",

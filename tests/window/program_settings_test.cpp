@@ -14,7 +14,7 @@ using Texts = std::vector<std::string>;
 class ProgramSettings : public ::testing::Test {
  protected:
   void Open() { face.Main().Press(Key::kF3); }
-  const ProgramSettingsPanel& Panel() const { return program.orvane->Panels().ProgramSettings(); }
+  const ProgramSettingsPanel& Panel() const { return *program.orvane->Panels().ProgramSettings(); }
   HeadlessWindow& Frame() const { return face.Of(Panel().FrameSettings); }
   HeadlessWindow& In(const WindowedControl& group) const { return Face::In(Frame(), group); }
   HeadlessList& Ports() const {
@@ -150,10 +150,10 @@ TEST_F(ProgramSettings, OnePanelAtATime) {
   Frame().Press(Key::kF2);
   face.Main().Press(Key::kF2);
   EXPECT_FALSE(Panel().Visible());
-  EXPECT_TRUE(program.orvane->Panels().MeterSetup().Visible());
+  EXPECT_TRUE(program.orvane->Panels().MeterSetup()->Visible());
   Open();
   EXPECT_TRUE(Panel().Visible());
-  EXPECT_FALSE(program.orvane->Panels().MeterSetup().Visible());
+  EXPECT_FALSE(program.orvane->Panels().MeterSetup()->Visible());
 }
 
 TEST_F(ProgramSettings, ASearchThatWasGivenUpIsTakenUpAgain) {
