@@ -1,3 +1,4 @@
+#include "base/runtime_error.h"
 #include "platform/wait.h"
 #include "window/menus.h"
 #include "window/orvane.h"
@@ -45,13 +46,6 @@ void Orvane::ConnectPanels() {
   panels_.OpenChanged = [this] { ShowViewOfMode(); };
   panels_.StartUpdater = [this] {
     if (!launches_.LaunchFirmwareUpdater()) status_.ShowAlert("The updater could not be started.");
-  };
-  about_.Closed = [this] {
-    if (!closing_) form_.Window().SetState(WindowState::kNormal);
-  };
-  about_.LaunchFailed = [this](std::string_view sentence) {
-    form_.Window().SetState(WindowState::kNormal);  // a minimised window tells nothing
-    status_.ShowAlert(sentence);
   };
   panels_.PortChanged = [this] { meter_controls_.lblPort->SetCaption(kept_.Settings().CommPort); };
 }
@@ -146,8 +140,24 @@ void Orvane::OpenHelpMenu(Widget* at) {
 // The main window makes room for the box and comes back when it is closed. Somebody may bring it back before
 // and ask again: the box that is open then comes to the front.
 void Orvane::ShowAbout() {
+  if (!Attempt([this] { MakeAbout(); })) {
+    status_.ShowAlert("The box could not be opened.");
+    return;
+  }
   form_.Window().SetState(WindowState::kMinimized);
-  about_.Show(form_.Window());
+  about_->Show(form_.Window());
+}
+
+void Orvane::MakeAbout() {
+  if (about_) return;
+  about_.emplace(platform_, launches_);
+  about_->Closed = [this] {
+    if (!closing_) form_.Window().SetState(WindowState::kNormal);
+  };
+  about_->LaunchFailed = [this](std::string_view sentence) {
+    form_.Window().SetState(WindowState::kNormal);  // a minimised window tells nothing
+    status_.ShowAlert(sentence);
+  };
 }
 
 void Orvane::ShowHelp() {

@@ -33,7 +33,6 @@ Orvane::Orvane(Platform& platform)
       faces_(platform.windows, platform.files),
       views_(form_, form_controls_, meter_controls_, faces_, dip_),
       launches_(platform),
-      about_(platform, launches_),
       client_(platform.clients, platform.clock),
       panels_(platform, form_, link_, kept_, status_, client_),
       tray_retry_(platform.windows, platform.clock, kTrayRetryMs),

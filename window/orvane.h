@@ -26,6 +26,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace orvane {
@@ -54,7 +55,8 @@ class Orvane : private LinkEvents {
   const UserSettings& Settings() const { return kept_.Settings(); }
   const MeterLink& Link() const { return link_; }
   const SettingsPanels& Panels() const { return panels_; }
-  const About& AboutBox() const { return about_; }
+  /// None before it was opened once.
+  const std::optional<About>& AboutBox() const { return about_; }
 
  private:
   // What the link tells
@@ -98,6 +100,7 @@ class Orvane : private LinkEvents {
   void OpenHelpMenu(Widget* at);
   void ShowHelp();
   void ShowAbout();
+  void MakeAbout();
   void OnFaceMouseUp(const MouseEvent& event);
   void OnLogoMouseUp(const MouseEvent& event);
   void ShowLogo(bool colour);
@@ -137,7 +140,7 @@ class Orvane : private LinkEvents {
   FaceImages faces_;
   Views views_;
   Launches launches_;
-  About about_;
+  std::optional<About> about_;
   ClientData client_;
   SettingsPanels panels_;
   Timer tray_retry_;

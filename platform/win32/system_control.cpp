@@ -25,6 +25,7 @@ void HideAndPassFocus(HWND window, HWND heir) {
 SystemControl::~SystemControl() {
   if (hwnd_ == nullptr) return;
   ::RemoveWindowSubclass(hwnd_, &SystemControl::Procedure, kSubclassId);
+  context_.tips.Forget(hwnd_);
   ::DestroyWindow(hwnd_);
 }
 
@@ -45,8 +46,10 @@ void SystemControl::Create(const wchar_t* class_name, DWORD style, DWORD extende
 LRESULT CALLBACK SystemControl::Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
                                           DWORD_PTR self) {
   auto& control = *reinterpret_cast<SystemControl*>(self);
+  control.context_.tips.OnMessage(hwnd, message, wparam, lparam);
   if (message != WM_NCDESTROY) return control.OnMessage(message, wparam, lparam);
   ::RemoveWindowSubclass(hwnd, &SystemControl::Procedure, kSubclassId);
+  control.context_.tips.Forget(hwnd);
   control.hwnd_ = nullptr;  // its container took it along
   return ::DefSubclassProc(hwnd, message, wparam, lparam);
 }

@@ -67,7 +67,7 @@ class SystemWidget : public Interface, public SystemControl {
   void SetText(std::string_view text) override { PutText(text); }
   void SetBounds(const Rect& bounds) override { PutBounds(bounds); }
   void SetVisible(bool visible) override { PutVisible(visible); }
-  void SetToolTip(std::string_view text) override { context().SetToolTip(hwnd(), text); }
+  void SetToolTip(std::string_view text) override { context().tips.Set(hwnd(), text); }
   void Invalidate(const Rect&) override { ::InvalidateRect(hwnd(), nullptr, TRUE); }
   void SetContainer(Widget& container) override { PutContainer(container); }
   void SetTabStop(bool on) override { PutTabStop(on); }

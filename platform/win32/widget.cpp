@@ -46,21 +46,18 @@ std::optional<Key> KeyOf(WPARAM code, bool shift) {
 
 }  // namespace
 
-void WindowContext::SetToolTip(HWND widget, std::string_view text) {
-  if (tips_ == nullptr) {
-    tips_ = ::CreateWindowExW(
-        WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
-        CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, ::GetModuleHandleW(nullptr), nullptr);
+WindowContext::WindowContext(int resolution, PaintRequests& paint_requests)
+    : pixels_per_inch{resolution, resolution}, paints(paint_requests) {
+  WNDCLASSW definition{};
+  definition.style = CS_DBLCLKS;
+  definition.lpfnWndProc = &Win32Window::Procedure;
+  definition.hInstance = ::GetModuleHandleW(nullptr);
+  definition.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
+  definition.hIcon = ::LoadIconW(definition.hInstance, MAKEINTRESOURCEW(1));
+  for (const wchar_t* name : {kPanelClass, kControlClass}) {
+    definition.lpszClassName = name;
+    ::RegisterClassW(&definition);  // fails harmlessly when it is known
   }
-  std::wstring wide = ToWide(text);
-  TOOLINFOW tool{};
-  tool.cbSize = TTTOOLINFOW_V2_SIZE;  // the size that the oldest common controls take too
-  tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-  tool.hwnd = ::GetParent(widget);
-  tool.uId = reinterpret_cast<UINT_PTR>(widget);
-  tool.lpszText = wide.data();
-  ::SendMessageW(tips_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-  if (!text.empty()) ::SendMessageW(tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 HFONT WindowContext::PanelFont() {
@@ -81,22 +78,15 @@ void Win32Window::Destroy() {
   if (hwnd_ == nullptr) return;
   ::SetWindowLongPtrW(hwnd_, GWLP_USERDATA, 0);
   context_.paints.Forget(*this);
+  context_.tips.Forget(hwnd_);
   ::DestroyWindow(std::exchange(hwnd_, nullptr));
 }
 
 void Win32Window::Create(const Creation& how, std::string_view text) {
-  WNDCLASSW definition{};
-  definition.style = CS_DBLCLKS;
-  definition.lpfnWndProc = &Win32Window::Procedure;
-  definition.hInstance = ::GetModuleHandleW(nullptr);
-  definition.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
-  definition.hIcon = ::LoadIconW(definition.hInstance, MAKEINTRESOURCEW(1));
-  definition.lpszClassName = how.class_name;
-  ::RegisterClassW(&definition);  // fails harmlessly from the second time on
   hwnd_ =
       ::CreateWindowExW(how.extended_style, how.class_name, ToWide(text).c_str(), how.style, how.place.left,
                         how.place.top, how.place.right - how.place.left, how.place.bottom - how.place.top,
-                        how.parent, nullptr, definition.hInstance, nullptr);
+                        how.parent, nullptr, ::GetModuleHandleW(nullptr), nullptr);
   if (hwnd_ == nullptr)
     throw RuntimeError(Fault::kOverflow, "Making a window: error " + std::to_string(::GetLastError()));
   ::SetWindowLongPtrW(hwnd_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -315,8 +305,9 @@ LRESULT Win32Window::PassOn(UINT message, WPARAM wparam, LPARAM lparam) {
 
 LRESULT CALLBACK Win32Window::Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
   auto* self = reinterpret_cast<Win32Window*>(::GetWindowLongPtrW(hwnd, GWLP_USERDATA));
-  return self != nullptr ? self->OnMessage(message, wparam, lparam)
-                         : ::DefWindowProcW(hwnd, message, wparam, lparam);
+  if (self == nullptr) return ::DefWindowProcW(hwnd, message, wparam, lparam);
+  self->context_.tips.OnMessage(hwnd, message, wparam, lparam);
+  return self->OnMessage(message, wparam, lparam);
 }
 
 Win32Child::Win32Child(WindowContext& context, WidgetClient& client, Win32Window& container,
@@ -345,15 +336,19 @@ void Win32Child::SetBounds(const Rect& bounds) {
   ::InvalidateRect(hwnd(), nullptr, FALSE);  // what lies behind is another part of the face
 }
 
+void Win32Child::PutBits(int word, LONG_PTR bits, bool on) {
+  const LONG_PTR before = ::GetWindowLongPtrW(hwnd(), word);
+  const LONG_PTR after = on ? before | bits : before & ~bits;
+  if (after != before) ::SetWindowLongPtrW(hwnd(), word, after);
+}
+
 void Win32Child::SetTabStop(bool on) {
   constexpr LONG_PTR kStop = WS_TABSTOP;
   // What the key stops at is no frame that it walks through, nor is what holds nothing.
   constexpr LONG_PTR kWalk = WS_EX_CONTROLPARENT;
   const bool walk = !on && ::GetWindow(hwnd(), GW_CHILD) != nullptr;
-  const LONG_PTR style = ::GetWindowLongPtrW(hwnd(), GWL_STYLE);
-  ::SetWindowLongPtrW(hwnd(), GWL_STYLE, on ? style | kStop : style & ~kStop);
-  const LONG_PTR extended = ::GetWindowLongPtrW(hwnd(), GWL_EXSTYLE);
-  ::SetWindowLongPtrW(hwnd(), GWL_EXSTYLE, walk ? extended | kWalk : extended & ~kWalk);
+  PutBits(GWL_STYLE, kStop, on);
+  PutBits(GWL_EXSTYLE, kWalk, walk);
 }
 
 void Win32Child::SetVisible(bool visible) {

@@ -5,6 +5,7 @@
 #include "platform/win32/handles.h"
 #include "platform/win32/paint_requests.h"
 #include "platform/win32/system_events.h"
+#include "platform/win32/tool_tips.h"
 #include "platform/win32/windows_api.h"
 #include "platform/window_system.h"
 
@@ -16,8 +17,8 @@ namespace orvane {
 /// What all windows of the program share: fonts, painting memory, the screen's resolution, tooltips.
 class WindowContext {
  public:
-  WindowContext(int resolution, PaintRequests& paint_requests)
-      : pixels_per_inch{resolution, resolution}, paints(paint_requests) {}
+  /// Makes the classes of the program's windows known to the system.
+  WindowContext(int resolution, PaintRequests& paint_requests);
 
   /// A press that drags `window` once the pointer has gone far enough; screen pixels.
   struct Drag {
@@ -34,15 +35,12 @@ class WindowContext {
   FontCache fonts;
   BackBuffer buffer;
   Rasterizer rasterizer;
+  ToolTips tips;
 
-  /// Shows `text` when the pointer rests on `widget`; replaces an earlier text. The tip window is made at the
-  /// first call.
-  void SetToolTip(HWND widget, std::string_view text);
   /// The system's font for messages at nine points, for controls in the system's look.
   HFONT PanelFont();
 
  private:
-  HWND tips_ = nullptr;
   UniqueFont panel_font_;
 };
 
@@ -90,6 +88,7 @@ class Win32Window : public PaintTarget {
   WindowContext& context() const { return context_; }
 
  private:
+  friend class WindowContext;  // names the procedure to the system
   static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam);
   void Paint();
   void PaintPart(HDC screen, const RECT& area);
@@ -116,7 +115,7 @@ class Win32Child : public Widget, public Win32Window {
   void SetText(std::string_view text) override { PutText(text); }
   void SetBounds(const Rect& bounds) override;
   void SetVisible(bool visible) override;
-  void SetToolTip(std::string_view text) override { context().SetToolTip(hwnd(), text); }
+  void SetToolTip(std::string_view text) override { context().tips.Set(hwnd(), text); }
   void Invalidate(const Rect& area) override { AskForPainting(area); }
   void SetContainer(Widget& container) override;
   void SetTabStop(bool on) override;
@@ -135,6 +134,7 @@ class Win32Child : public Widget, public Win32Window {
 
  private:
   void HideWithFocus();
+  void PutBits(int word, LONG_PTR bits, bool on);
 
   Win32Window* container_;
   Rect bounds_;
@@ -150,7 +150,7 @@ class Win32TopWindow : public TopWindow, public Win32Window {
   void SetText(std::string_view text) override { PutText(text); }
   void SetBounds(const Rect& bounds) override;
   void SetVisible(bool visible) override;
-  void SetToolTip(std::string_view text) override { context().SetToolTip(hwnd(), text); }
+  void SetToolTip(std::string_view text) override { context().tips.Set(hwnd(), text); }
   void Invalidate(const Rect& area) override { AskForPainting(area); }
   /// With all that lies inside: what changes on the face changes behind its controls too.
   void PaintNow(const RECT& area) override { PaintLater(area); }

@@ -3,6 +3,7 @@
 #include "platform/win32/event_window.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/panel_controls.h"
+#include "platform/win32/picture_loader.h"
 #include "platform/win32/widget.h"
 
 #include <string>
@@ -40,13 +41,14 @@ class Win32WindowSystem : public WindowSystem {
   void SetHourglass(bool on) override;
   TrayIcon& Tray() override { return tray_; }
   HWND Main() const { return main_; }
-  Picture LoadPicture(const std::string& path) override;
+  Picture LoadPicture(const std::string& path) override { return pictures_.Load(path); }
 
  private:
   EventWindow& events_;
   WindowContext context_;
   Win32PanelControls panels_{context_};
   Win32TrayIcon tray_;
+  PictureLoader pictures_;
   HWND main_ = nullptr;
   int modal_loops_ = 0;  // boxes and menus of ours that are open
 };

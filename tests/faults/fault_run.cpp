@@ -1,6 +1,7 @@
 #include "tests/faults/fault_run.h"
 
 #include "settings/ov_user_settings.h"
+#include "window/menus.h"
 
 #include <algorithm>
 
@@ -68,6 +69,8 @@ void FaultRun::Play() {
   SetUpMeter();
   faults_.stage = "program panel";
   SetUpProgram();
+  faults_.stage = "about box";
+  ReadAbout();
   faults_.stage = "search again";
   Lives(kSearchMs);
   faults_.stage = "recovery";
@@ -97,7 +100,9 @@ HeadlessFrame& FaultRun::FrameOf(const WindowedControl& panel) const {
 
 void FaultRun::SetUpMeter() {
   Act([&] { program_.desktop.Main()->Press(Key::kF2); });
-  const MeterSetupPanel& panel = program_.orvane->Panels().MeterSetup();
+  const auto& opened = program_.orvane->Panels().MeterSetup();
+  if (!opened) return;
+  const MeterSetupPanel& panel = *opened;
   HeadlessFrame& frame = FrameOf(panel.FrameMeterSetup);
   const auto in = [&](const WindowedControl& group) -> HeadlessFrame& {
     return PanelWindow<HeadlessFrame>(frame, group);
@@ -121,7 +126,9 @@ bool FaultRun::MeterTookIt() const {
 
 void FaultRun::SetUpProgram() {
   Act([&] { program_.desktop.Main()->Press(Key::kF3); });
-  const ProgramSettingsPanel& panel = program_.orvane->Panels().ProgramSettings();
+  const auto& opened = program_.orvane->Panels().ProgramSettings();
+  if (!opened) return;
+  const ProgramSettingsPanel& panel = *opened;
   HeadlessFrame& frame = FrameOf(panel.FrameSettings);
   const auto in = [&](const WindowedControl& group) -> HeadlessFrame& {
     return PanelWindow<HeadlessFrame>(frame, group);
@@ -144,6 +151,19 @@ void FaultRun::SetUpProgram() {
 bool FaultRun::ProgramTookIt() const {
   const UserSettings& settings = program_.orvane->Settings();
   return settings.CommPort == "5" && settings.ClientApp == "New" && settings.FormOnTop;
+}
+
+void FaultRun::ReadAbout() {
+  HeadlessTopWindow& main = *program_.desktop.Main();
+  const int tries = 2;
+  for (int i = 0; i < tries && !program_.orvane->AboutBox(); ++i) {
+    program_.desktop.choices = {menus::kAbout};
+    Act([&] { Face::In(main, *program_.orvane->Controls().cmdMenu[2]).Click(); });
+  }
+  HeadlessTopWindow* box = program_.desktop.Dialog();
+  if (box == nullptr) return Lose("no About box");
+  Act([&] { box->Close(); });
+  if (main.State() != WindowState::kNormal) Act([&] { main.SetState(WindowState::kNormal); });
 }
 
 // The program gets over it by itself, or by what the operator does again.
@@ -215,7 +235,7 @@ const std::vector<FaultRun::Outcome>& FaultRun::Outcomes() {
        {"Files::IsNormalFile, start", "WindowSystem::LoadPicture, start"}},
       {"ends with the box \"could not be started\"",
        [](Run run) { return run.Boxed("could not be started"); },
-       {"PanelControls::Create", "WindowSystem::Create", "WindowSystem::StartTimer, start"}},
+       {"WindowSystem::Create", "WindowSystem::StartTimer, start"}},
       {"box \"No Port Selected\"; Apply searches again",
        [](Run run) { return run.Boxed("No Port Selected"); },
        {"SerialPort::Open", "SerialPort::SetSettings"}},
@@ -228,6 +248,12 @@ const std::vector<FaultRun::Outcome>& FaultRun::Outcomes() {
       {"\"Port Lost\", and readings again by themselves",
        [](Run run) { return run.Said("Port Lost"); },
        {"SerialPort::Works"}},
+      {"\"The panel could not be opened.\" or \"The box could not be opened.\", and it opens when asked for "
+       "again",
+       [](Run run) {
+         return run.Said("The panel could not be opened.") || run.Said("The box could not be opened.");
+       },
+       {"PanelControls::Create", "WindowSystem::CreateTopWindow, about box"}},
       {"no readings until the operator applies the port again",
        [](Run run) { return run.retried_; },
        {"WindowSystem::StartTimer, program panel"}},

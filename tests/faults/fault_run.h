@@ -42,6 +42,7 @@ class FaultRun {
   bool MeterTookIt() const;
   void SetUpProgram();
   bool ProgramTookIt() const;
+  void ReadAbout();
   void Recover();
   void Close();
   void CheckSettings(bool unchanged);

@@ -212,7 +212,7 @@ TEST_F(ProgramSettings, TheButtonsOfTheAboutBoxStartTheirProgramsOrTellThatTheyC
   EXPECT_EQ(box.Text(), "About");
   EXPECT_EQ(box.centered_on, &face.Main());
   EXPECT_EQ(face.Main().State(), WindowState::kMinimized) << "it makes room";
-  const About& about = program.orvane->AboutBox();
+  const About& about = *program.orvane->AboutBox();
   HeadlessWindow& frame = Face::In(box, about.frame);
   const std::tuple<const PanelButton*, const char*, const char*> rows[] = {
       {&about.cmdQuorranSln, "https://www.quorran.example/", "The browser could not be started."},
