@@ -2,6 +2,7 @@
 
 #include "base/runtime_error.h"
 #include "link/scoped_true.h"
+#include "settings/setting_rows.h"
 #include "window/layout.h"
 
 #include <string>
@@ -97,7 +98,6 @@ void SettingsPanels::cmdAction_Click() {
   if (changed) {
     settings.CommPort = std::to_string(chosen.Port);
     settings.BaudRate = chosen.Speed;
-    kept_.SaveMeterSettings();
     if (PortChanged) PortChanged();
   }
   settings.FormOnTop = program_->PendingOnTop();
@@ -118,6 +118,7 @@ void SettingsPanels::RefreshClientState() {
 std::string_view SettingsPanels::ClientState() const {
   const std::string& name = kept_.Settings().ClientApp;
   if (name.empty()) return "No client: readings go to no program.";
+  if (!CanKeep(name)) return "Not kept as it is: outer blanks or quotes.";
   const auto window = platform_.clients.Find(name);
   if (window == 0) return "No window with this name is open.";
   if (window != client_.ClientWnd()) return "Found; it gets the next reading.";

@@ -113,7 +113,7 @@ TEST_F(ProgramSettings, TheClientsNameCountsAtEachKey) {
   EXPECT_EQ(Panel().lblClientState.Caption(), "No client: readings go to no program.");
   Client().Type("Logger ");
   EXPECT_EQ(program.orvane->Settings().ClientApp, "Logger ");
-  EXPECT_EQ(Panel().lblClientState.Caption(), "No window with this name is open.");
+  EXPECT_EQ(Panel().lblClientState.Caption(), "Not kept as it is: outer blanks or quotes.");
   program.clients.caption = "Logger ";
   program.clients.messages.clear();
   program.RunFor(1000);
