@@ -57,6 +57,17 @@ TEST_F(Search, TheWholeSequence) {
   EXPECT_EQ(settings.saves, 0);
 }
 
+TEST_F(Search, EachFailureSavesTheNextSpeedAndOtherSettingsBeginAnew) {
+  for (const char* speed : {"38400", "19200"}) {
+    link.FindMeter();
+    EXPECT_EQ(settings.baud_rate, speed);
+  }
+  EXPECT_EQ(settings.saves, 2);
+  link.ApplyPortSettings();
+  link.FindMeter();
+  EXPECT_EQ(settings.baud_rate, "38400");
+}
+
 // At 1100 before the version is asked for, at 2000 while the answer is waited for.
 TEST_F(Search, OtherPortSettingsAppliedInsideAnAttempt) {
   for (const int at : {1100, 2000}) {

@@ -7,6 +7,15 @@ namespace {
 
 using ReceiverTest = LinkTest;
 
+TEST_F(ReceiverTest, WhatTellsNothingShowsNothing) {
+  using E = CommEvent;
+  port.Open();
+  for (const CommEvent silent : {E::kCTS, E::kDSR, E::kCD, E::kRing, E::kEOF, E::kBreak, E{1234}})
+    port.Raise(silent);
+  time.DeliverPending();
+  EXPECT_EQ(events.log, std::vector<std::string>{});
+}
+
 // Bytes that arrive while a line is shown are taken by the loop that is running, after that line.
 TEST_F(ReceiverTest, DoesNotEnterItself) {
   std::string order;

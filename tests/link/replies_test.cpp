@@ -24,6 +24,20 @@ TEST_F(Replies, TextsLoseTheirLetterOnce) {
   }
 }
 
+TEST_F(Replies, ACallMessageEndsAtItsLastETX) {
+  const std::pair<std::string, const char*> rows[] = {
+      {Line("CCQ CQ"), "CQ CQ"},
+      {"\x02"s + "CW\r\n", "CW"},    // no ETX: nothing is cut by position
+      {"CX\x03" + "00\r\n"s, "CX"},  // no STX
+      {"..\x02"s + "CY\x03" + "00\r\n", "Y"},
+      {"\x03\x02"s + "CZ 00\r\n", ""},  // the ETX before the STX ends the text
+  };
+  for (const auto& [bytes, text] : rows) {
+    Feed(Line("Cold") + bytes);
+    EXPECT_EQ(link.State().MeterCallText.Text(), text) << bytes;
+  }
+}
+
 TEST_F(Replies, FollowUps) {
   const MeterState& state = link.State();
   EXPECT_EQ(std::pair(state.ParamRValid, state.ParamB2Valid), std::pair(kFalse, kFalse));
@@ -53,6 +67,16 @@ TEST_F(Replies, ANoticeDuringASearchIsAReasonToTrySoon) {
   replies["v?"] = "!Restarted";
   link.FindMeter();
   EXPECT_TRUE(tries_soon);
+}
+
+TEST_F(Replies, NoMessageAtAllIsNoReply) {
+  MeterState state;
+  LinkFlags flags;
+  MessageClassifier classifier(state, flags, events, settings);
+  classifier.ProcessMessage(Line("V3"));
+  classifier.ProcessMessage("");
+  EXPECT_EQ(state.ParamV, 3);
+  EXPECT_EQ(flags.Replies, 1U);
 }
 
 TEST_F(Replies, AFaultyHandlerIsLeftAndTheNextLineGoesOn) {
