@@ -118,6 +118,14 @@ TEST_F(Search, NoPortChosenAtAnyMomentOfAnAttempt) {
     }
   }
 }
+TEST_F(Search, StoppingGivesTheMeterTimeToTakeIt) {
+  port.Open();
+  link.StopAndClose();
+  EXPECT_EQ(Commands(), (Texts{"D0"}));
+  EXPECT_FALSE(port.PortOpen());
+  EXPECT_EQ(time.Now(), 51 + 250 + 250);
+}
+
 struct SearchAtTheWrap : Search {
   SearchAtTheWrap() : Search(std::numeric_limits<std::int32_t>::max() - 100) {}
 };

@@ -1,5 +1,6 @@
 #include "link/transmitter.h"
 
+#include "base/runtime_error.h"
 #include "tests/link/link_fixture.h"
 
 #include <limits>
@@ -21,7 +22,10 @@ TEST_F(TransmitterTest, ANewCommandReplacesOneThatTheLineDidNotTake) {
 }
 
 TEST_F(TransmitterTest, ACommandMaySendItselfBetweenTheBytesOfAnother) {
-  time.Post(EventKind::kInput, 0, [this] { link.SendCommand("M1"); });
+  time.Post(EventKind::kInput, 0, [this] {
+    link.SendCommand("M1");
+    throw RuntimeError(Fault::kOverflow, "in a handler");
+  });
   std::string text = "V3";
   time.Post(EventKind::kInput, 0, [&text] { text = "changed since"; });
   link.SendCommand(text);
