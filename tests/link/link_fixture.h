@@ -76,6 +76,7 @@ class RecordingEvents : public QuietEvents {
   }
   void ShowMessageText(std::string_view text) override { log.push_back("message " + std::string(text)); }
   void Beep() override { log.emplace_back("beep"); }
+  void SetHourglass(bool on) override { log.emplace_back(on ? "hourglass" : "arrow"); }
   void EnableFindMeter(bool on) override {
     if (on && !enabled_) tick_ = time_.Post(EventKind::kTimer, 1000, [this] { Tick(); });
     if (!on) time_.Cancel(tick_);

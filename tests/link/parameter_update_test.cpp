@@ -11,6 +11,12 @@ struct Update : LinkTest {
   void Apply() { link.UpdateMeterParameters(pending, current); }
 };
 
+TEST_F(Update, TellsThatItGoesOnAndThatItEnded) {
+  Apply();
+  EXPECT_EQ(events.log, (Texts{"hourglass", "status Updating Meter Paramaters", "arrow",
+                               "status Paramater Update Complete", "message Orvane"}));
+}
+
 TEST_F(Update, CallMessageIsCutTo16Characters) {
   pending.CallMessage.Set("12345678901234567");
   Apply();
