@@ -16,6 +16,16 @@ TEST_F(ReceiverTest, WhatTellsNothingShowsNothing) {
   EXPECT_EQ(events.log, std::vector<std::string>{});
 }
 
+TEST_F(ReceiverTest, AnOverflowTakesTheBytesAtOnce) {
+  port.Open();
+  port.Raise(CommEvent::kRxOver);
+  port.Deliver("V1");
+  ASSERT_TRUE(time.RunUntil([this] { return !events.log.empty(); }, 0));
+  std::string left;
+  port.TakeReceived(left);
+  EXPECT_EQ(left, "");
+}
+
 // Bytes that arrive while a line is shown are taken by the loop that is running, after that line.
 TEST_F(ReceiverTest, DoesNotEnterItself) {
   std::string order;
