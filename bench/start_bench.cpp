@@ -1,8 +1,16 @@
-// What the start of the program takes most of: the window's shape.
+// What the start and the end of the program are made of: the window's shape, and the settings.
+#include "platform/headless/files.h"
+#include "platform/headless/profile_store.h"
+#include "platform/headless/virtual_time.h"
+#include "settings/ov_user_settings.h"
+#include "tests/support/temp_folder.h"
 #include "window/region.h"
 
 #include <algorithm>
+#include <array>
 #include <benchmark/benchmark.h>
+#include <cstdio>
+#include <string>
 #include <vector>
 
 namespace orvane::bench {
@@ -58,6 +66,69 @@ void RegionScanFloor(benchmark::State& state) {
 }
 BENCHMARK(RegionScan)->Name("region_scan");
 BENCHMARK(RegionScanFloor)->Name("region_scan/floor");
+
+/// A settings file that was saved once. Without flushes: a disk would be measured.
+struct KeptSettings {
+  KeptSettings() {
+    files.SetFlushing(false);
+    kept.LoadMeterSettings();
+    kept.LoadUserSettings();
+    kept.SaveMeterSettings();
+    kept.SaveUserSettings();
+  }
+  TempFolder folder;
+  VirtualTime time;
+  HeadlessFiles files{folder.Path()};
+  HeadlessProfileStore store{files};
+  OVUserSettings kept{store, files, time, [](const std::string&) {}};
+};
+
+void SettingsLoad(benchmark::State& state) {
+  KeptSettings settings;
+  for (auto _ : state) {
+    settings.kept.LoadMeterSettings();
+    settings.kept.LoadUserSettings();
+  }
+}
+// Reads the file and takes each line apart.
+void SettingsLoadFloor(benchmark::State& state) {
+  KeptSettings settings;
+  const std::string path = settings.files.InProgramFolder("\\Orvane.dat");
+  for (auto _ : state) {
+    const std::string text = FileBytes(path);
+    int entries = 0;
+    for (std::size_t start = 0; start < text.size();) {
+      const auto end = std::min(text.find('\n', start), text.size());
+      if (text.substr(start, end - start).find('=') != std::string::npos) ++entries;
+      start = end + 1;
+    }
+    if (entries != 11) state.SkipWithError("not the file that was saved");
+  }
+}
+BENCHMARK(SettingsLoad)->Name("settings_load")->Unit(benchmark::kMicrosecond);
+BENCHMARK(SettingsLoadFloor)->Name("settings_load/floor")->Unit(benchmark::kMicrosecond);
+
+void SettingsSave(benchmark::State& state) {
+  KeptSettings settings;
+  for (auto _ : state) {
+    settings.kept.Settings().ClientMsgId ^= 1;
+    settings.kept.SaveUserSettings();
+  }
+}
+// The copy and the file, each written beside and renamed.
+void SettingsSaveFloor(benchmark::State& state) {
+  KeptSettings settings;
+  const std::string path = settings.files.InProgramFolder("\\Orvane.dat");
+  for (auto _ : state) {
+    const std::string text = FileBytes(path);
+    for (const std::string& to : {path + ".bak", path}) {
+      PutFile(to + ".new", text);
+      if (std::rename((to + ".new").c_str(), to.c_str()) != 0) state.SkipWithError("not saved");
+    }
+  }
+}
+BENCHMARK(SettingsSave)->Name("settings_save")->Unit(benchmark::kMicrosecond);
+BENCHMARK(SettingsSaveFloor)->Name("settings_save/floor")->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace orvane::bench
