@@ -75,6 +75,7 @@ class Views(ViewTest):
         self.meter.wait_for_stream()
         self.assert_shown_as(again, face.SHORT)
         self.meter.command("set M3")
+        self.wait_until(lambda: again.view == face.FULL, "room for the VSWR bar", 8)
         self.wait_until(lambda: again.scale("reflected") == ("1.0", "3.0", "5.0"), "the VSWR scale", 8)
         self.assert_shown_as(again, face.FULL, face.DIP)
 
