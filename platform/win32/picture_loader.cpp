@@ -3,6 +3,8 @@
 #include "base/runtime_error.h"
 #include "platform/win32/text.h"
 
+#include <array>
+
 namespace orvane {
 namespace {
 
@@ -12,6 +14,27 @@ void Require(HRESULT result, const std::string& path) {
 
 }  // namespace
 
+// By the file's first bytes. To have the system choose one of all decoders that it has takes longer than the
+// picture.
+ComPtr<IWICBitmapDecoder> PictureLoader::DecoderOf(const std::string& path) {
+  IWICStream* stream = nullptr;
+  Require(factory_->CreateStream(&stream), path);
+  const ComPtr<IWICStream> stream_owner(stream);
+  Require(stream->InitializeFromFilename(ToWide(path).c_str(), GENERIC_READ), path);
+  std::array<char, 2> start{};
+  ULONG had = 0;
+  Require(stream->Read(start.data(), static_cast<ULONG>(start.size()), &had), path);
+  Require(stream->Seek({}, STREAM_SEEK_SET, nullptr), path);
+  const bool bitmap = start == std::array{'B', 'M'};
+  IWICBitmapDecoder* decoder = nullptr;
+  Require(::CoCreateInstance(bitmap ? CLSID_WICBmpDecoder : CLSID_WICPngDecoder, nullptr,
+                             CLSCTX_INPROC_SERVER, IID_IWICBitmapDecoder, reinterpret_cast<void**>(&decoder)),
+          path);
+  ComPtr<IWICBitmapDecoder> owner(decoder);
+  Require(decoder->Initialize(stream, WICDecodeMetadataCacheOnDemand), path);
+  return owner;
+}
+
 ComPtr<IWICBitmapSource> PictureLoader::Open(const std::string& path) {
   if (!factory_) {
     IWICImagingFactory* factory = nullptr;
@@ -20,11 +43,7 @@ ComPtr<IWICBitmapSource> PictureLoader::Open(const std::string& path) {
             path);
     factory_.reset(factory);
   }
-  IWICBitmapDecoder* decoder = nullptr;
-  Require(factory_->CreateDecoderFromFilename(ToWide(path).c_str(), nullptr, GENERIC_READ,
-                                              WICDecodeMetadataCacheOnDemand, &decoder),
-          path);
-  const ComPtr<IWICBitmapDecoder> decoder_owner(decoder);
+  const ComPtr<IWICBitmapDecoder> decoder = DecoderOf(path);
   IWICBitmapFrameDecode* frame = nullptr;
   Require(decoder->GetFrame(0, &frame), path);
   const ComPtr<IWICBitmapFrameDecode> frame_owner(frame);

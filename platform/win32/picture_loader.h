@@ -38,6 +38,7 @@ class PictureLoader {
   Picture Load(const std::string& path);
 
  private:
+  ComPtr<IWICBitmapDecoder> DecoderOf(const std::string& path);
   ComPtr<IWICBitmapSource> Open(const std::string& path);
 
   ComScope com_;

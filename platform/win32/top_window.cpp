@@ -71,7 +71,13 @@ void Win32TopWindow::SetVisible(bool visible) {
 }
 
 void Win32TopWindow::Show() {
+  const bool first = !std::exchange(shown_, true);
   ::ShowWindow(hwnd(), SW_SHOWNORMAL);
+  if (!first || look_ != WindowLook::kFace) return;
+  const HDC screen = ::GetDCEx(hwnd(), nullptr, DCX_CACHE);  // children are not left out
+  PaintTree(screen);
+  ::ReleaseDC(hwnd(), screen);
+  ::RedrawWindow(hwnd(), nullptr, nullptr, RDW_VALIDATE | RDW_ALLCHILDREN);
 }
 
 // While the window is minimised the system parks it far off the screen; what counts is where it will come

@@ -144,6 +144,26 @@ void Win32Window::PaintPart(HDC screen, const RECT& area) {
   ::BitBlt(screen, part.left, part.top, part.width, part.height, context_.buffer.dc(), 0, 0, SRCCOPY);
 }
 
+void Win32Window::PaintTree(HDC screen) {
+  RECT area{};
+  ::GetClientRect(hwnd_, &area);
+  PaintPart(screen, area);
+  POINT origin{};
+  ::GetViewportOrgEx(screen, &origin);
+  // The last one is the lowest.
+  for (HWND child = ::GetWindow(::GetWindow(hwnd_, GW_CHILD), GW_HWNDLAST); child != nullptr;
+       child = ::GetWindow(child, GW_HWNDPREV)) {
+    auto* window = reinterpret_cast<Win32Window*>(::GetWindowLongPtrW(child, GWLP_USERDATA));
+    if ((::GetWindowLongPtrW(child, GWL_STYLE) & WS_VISIBLE) == 0 || window == nullptr) continue;
+    RECT place{};
+    ::GetWindowRect(child, &place);
+    ::MapWindowPoints(nullptr, hwnd_, reinterpret_cast<POINT*>(&place), 2);
+    ::SetViewportOrgEx(screen, origin.x + place.left, origin.y + place.top, nullptr);
+    window->PaintTree(screen);
+  }
+  ::SetViewportOrgEx(screen, origin.x, origin.y, nullptr);
+}
+
 void Win32Window::TellMouse(MouseAction action, int button, LPARAM position) {
   const Size ppi = context_.pixels_per_inch;
   const Point at{ToTwips(GET_X_LPARAM(position), ppi.width), ToTwips(GET_Y_LPARAM(position), ppi.height)};

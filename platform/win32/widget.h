@@ -68,6 +68,9 @@ class Win32Window : public PaintTarget {
   virtual int Ground() const { return kNoGround; }
   /// Place of `area` (twips from this window's corner) in pixels of this window.
   Rect PixelsOf(const Rect& area) const;
+  /// Paints all of it and what lies in it to `screen`, whose origin is this window's corner. For a face that
+  /// is just shown, before panels are in it: sixty paintings on one road, and nobody sees it grow.
+  void PaintTree(HDC screen);
   void PaintNow(const RECT& area) override;
   void PaintLater(const RECT& area) override { ::RedrawWindow(hwnd_, &area, nullptr, RDW_INVALIDATE); }
 
@@ -187,6 +190,7 @@ class Win32TopWindow : public TopWindow, public Win32Window {
 
   TopWindowClient& client_;
   WindowLook look_;
+  bool shown_ = false;
   UINT shell_restarted_;    // the system's number for "the taskbar was made anew"
   SystemEvents events_;     // what the face hears of devices, power and session
   UniqueWindow owner_;      // of a dialog: never shown, it keeps it off the taskbar
