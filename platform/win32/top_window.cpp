@@ -70,14 +70,20 @@ void Win32TopWindow::SetVisible(bool visible) {
   ::ShowWindow(hwnd(), visible ? SW_SHOWNA : SW_HIDE);
 }
 
-void Win32TopWindow::Show() {
-  const bool first = !std::exchange(shown_, true);
-  ::ShowWindow(hwnd(), SW_SHOWNORMAL);
-  if (!first || look_ != WindowLook::kFace) return;
+// Shown by ShowWindow alone, each of the face's windows would be told to erase itself and then to paint
+// itself. That call still follows: the first one does what a shortcut says, as starting minimised.
+void Win32TopWindow::ShowFirst() {
+  ::SetWindowPos(hwnd(), nullptr, 0, 0, 0, 0,
+                 SWP_SHOWWINDOW | SWP_NOREDRAW | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER);
   const HDC screen = ::GetDCEx(hwnd(), nullptr, DCX_CACHE);  // children are not left out
   PaintTree(screen);
   ::ReleaseDC(hwnd(), screen);
   ::RedrawWindow(hwnd(), nullptr, nullptr, RDW_VALIDATE | RDW_ALLCHILDREN);
+}
+
+void Win32TopWindow::Show() {
+  if (look_ == WindowLook::kFace && !std::exchange(shown_, true)) ShowFirst();
+  ::ShowWindow(hwnd(), SW_SHOWNORMAL);
 }
 
 // While the window is minimised the system parks it far off the screen; what counts is where it will come

@@ -182,6 +182,7 @@ class Win32TopWindow : public TopWindow, public Win32Window {
   LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
 
  private:
+  void ShowFirst();
   RECT FrameAround(const Rect& pixels) const;
   RECT PlaceInPixels() const;
   bool OnFocusMessage(UINT message, WPARAM wparam);
