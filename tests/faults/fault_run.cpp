@@ -158,7 +158,7 @@ void FaultRun::ReadAbout() {
   const int tries = 2;
   for (int i = 0; i < tries && !program_.orvane->AboutBox(); ++i) {
     program_.desktop.choices = {menus::kAbout};
-    Act([&] { Face::In(main, *program_.orvane->Controls().cmdMenu[2]).Click(); });
+    Act([&] { PanelWindow<HeadlessWindow>(main, *program_.orvane->Controls().cmdMenu[2]).Click(); });
   }
   HeadlessTopWindow* box = program_.desktop.Dialog();
   if (box == nullptr) return Lose("no About box");
