@@ -87,6 +87,21 @@ TEST_F(DisplayTest, EveryModeHoldsFromItsFirstMomentOn) {
   }
 }
 
+TEST_F(DisplayTest, ReflectedPowerAndVSWRAreHeldAsWell) {
+  Line(100, 20, 2.0F);
+  Line(100, 10, 1.5F);
+  EXPECT_EQ(Ref() + " " + Ratio(), "20 2.00");
+  display.ChooseReflectedRange(kAutoRange);
+  Line(100, 10, 1.5F);
+  EXPECT_EQ(Ref(), "20");
+  display.ChooseReflectedRange(2);
+  Line(100, 5, 1.5F);
+  EXPECT_EQ(Ref(), "10") << "a fixed range writes the readout afresh";
+  time.Block(mode.HoldTime + 1);
+  Line(100, 5, 1.5F);
+  EXPECT_EQ(Ref() + " " + Ratio(), "5 1.50");
+}
+
 TEST_F(DisplayTest, BytesAreLetInWhereTheForwardReadoutChanges) {
   int arrived = 0;
   const auto line = [&](int watts) {
@@ -193,6 +208,16 @@ TEST_F(DisplayTest, VSWRReadout) {
   Line(100, 1, 2.0F);
   Line(100, 1, std::numeric_limits<float>::quiet_NaN());
   EXPECT_EQ(Ratio(), "2.00");
+}
+
+TEST_F(DisplayTest, LineBeyondItsRangeIsGivenUpAndTheNextOneShows) {
+  Line(110, 10);
+  EXPECT_EQ(Ref(), "10");
+  EXPECT_THROW(Line(40000, 0), RuntimeError);
+  EXPECT_THROW(Line(std::numeric_limits<std::int32_t>::min(), 1), RuntimeError);
+  EXPECT_EQ(Fwd(), "100");
+  Line(200, 0);
+  EXPECT_EQ(Fwd(), "200");
 }
 
 TEST_F(DisplayTest, VSWRToLevelMatchesTheDipScale) {
